@@ -1,0 +1,120 @@
+// Start-up and shutdown. The order of init is the order in which the pieces
+// depend on each other; shutdown walks it backwards and is safe after a
+// start-up that stopped half-way.
+
+#include "app/application.h"
+
+#include "app/paths.h"
+#include "log/session_log.h"
+
+#include <SDL_image.h>
+#include <SDL_ttf.h>
+
+#include <filesystem>
+
+namespace vorn {
+
+std::string Application::dataPath(const std::string& name) const {
+    return pathString(std::filesystem::u8path(basePath) / "data" / std::filesystem::u8path(name));
+}
+
+bool Application::init() {
+    if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_AUDIO | SDL_INIT_VIDEO) != 0) {
+        SDL_Log("SDL_Init failed: %s", SDL_GetError());
+        return false;
+    }
+
+    char* sdlBase = SDL_GetBasePath();
+    basePath = resolveBasePath(sdlBase);
+    if (sdlBase != nullptr) {
+        SDL_free(sdlBase);
+    }
+    musicPath = dataPath("music");
+    assetsPath = pathString(std::filesystem::u8path(basePath) / "assets");
+    const auto assets = std::filesystem::u8path(assetsPath);
+
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::u8path(basePath) / "data", ignored);
+
+    openLog(pathString(std::filesystem::u8path(basePath) / "data" / "vornco_log.txt"), kBuild);
+    logSection("startup environment");
+    logInfo("Game: %s build %s", kGameName, kBuild);
+    logInfo("Paths: base='%s'", basePath.c_str());
+    logInfo("Paths: music='%s'", musicPath.c_str());
+    logInfo("Paths: assets='%s'", assetsPath.c_str());
+    SDL_version linked;
+    SDL_GetVersion(&linked);
+    logInfo("SDL: linked %d.%d.%d, platform '%s', %d logical CPUs, %d MB RAM", linked.major,
+            linked.minor, linked.patch, SDL_GetPlatform(), SDL_GetCPUCount(), SDL_GetSystemRAM());
+    const char* videoDriver = SDL_GetCurrentVideoDriver();
+    logInfo("SDL: video driver '%s'", videoDriver != nullptr ? videoDriver : "(none)");
+
+    IMG_Init(IMG_INIT_PNG);
+    if (TTF_Init() != 0) {
+        SDL_Log("TTF_Init failed: %s", SDL_GetError());
+    }
+
+    window = SDL_CreateWindow(kGameName, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                              kCanvasWidth, kCanvasHeight, SDL_WINDOW_SHOWN);
+    if (window == nullptr) {
+        SDL_Log("CreateWindow failed: %s", SDL_GetError());
+        return false;
+    }
+    SDL_ShowCursor(SDL_ENABLE);
+
+    const std::string iconPath = pathString(assets / "images" / "app_icon.png");
+    if (SDL_Surface* icon = IMG_Load(iconPath.c_str())) {
+        SDL_SetWindowIcon(window, icon);
+        SDL_FreeSurface(icon);
+        logInfo("Window icon set from '%s'.", iconPath.c_str());
+    } else {
+        logInfo("DIAG: window icon not loaded from '%s' (%s).", iconPath.c_str(), SDL_GetError());
+    }
+
+    if (!graphics.init(window)) {
+        SDL_Log("Renderer init failed");
+        return false;
+    }
+
+    // The window opens at the canvas size and only then goes desktop full
+    // screen, so systems without a window manager still get a real window.
+    SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+    graphics.resetLogicalSize();
+    int outputW = 0;
+    int outputH = 0;
+    SDL_GetRendererOutputSize(graphics.renderer, &outputW, &outputH);
+    SDL_Log("Display: renderer output %dx%d (logical %dx%d)", outputW, outputH, kCanvasWidth,
+            kCanvasHeight);
+
+    SDL_Log("Paths: base='%s' music='%s' assets='%s'", basePath.c_str(), musicPath.c_str(),
+            assetsPath.c_str());
+
+    graphics.loadFonts(pathString(assets / "fonts"));
+
+    return true;
+}
+
+void Application::shutdown() {
+    if (studioLogo != nullptr) {
+        SDL_DestroyTexture(studioLogo);
+        studioLogo = nullptr;
+    }
+    graphics.shutdown();
+    if (window != nullptr) {
+        SDL_DestroyWindow(window);
+        window = nullptr;
+    }
+    TTF_Quit();
+    IMG_Quit();
+    SDL_Quit();
+    closeLog();
+}
+
+void Application::update(double dt) { screenTime += dt; }
+
+void Application::render() {
+    graphics.clear(palette::black);
+    graphics.present();
+}
+
+}  // namespace vorn

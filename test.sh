@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Builds everything with AddressSanitizer and UndefinedBehaviorSanitizer and
+# runs the whole test suite headless. Exits non-zero on any failure.
+set -euo pipefail
+cd "$(dirname "$0")"
+bash scripts/setup.sh
+
+build=build/sanitize
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+      -DVORN_SANITIZE=ON -DVORN_WERROR=ON -DVORN_BUILD_TESTS=ON >/dev/null
+cmake --build "$build"
+
+export SDL_VIDEODRIVER=dummy
+export SDL_AUDIODRIVER=dummy
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+ctest --test-dir "$build" --output-on-failure --no-tests=error -j "$(nproc)"

@@ -1,0 +1,97 @@
+#include "support/headless_app.h"
+
+#include <filesystem>
+
+namespace vorn::test {
+
+ScratchGameFolder::ScratchGameFolder(const std::string& name, GameFolderOptions options)
+    : dir(name), cwd(dir.path()) {
+    namespace fs = std::filesystem;
+    const fs::path game(VORN_GAME_DIR);
+    fs::create_directories(dir.path() / "data" / "music");
+    if (options.shipAssets) {
+        fs::create_directory_symlink(game / "assets", dir.path() / "assets");
+    }
+    if (options.shipCatalogue && fs::exists(game / "data" / "levels" / "levels.json")) {
+        fs::create_directories(dir.path() / "data" / "levels");
+        fs::copy_file(game / "data" / "levels" / "levels.json",
+                      dir.path() / "data" / "levels" / "levels.json");
+    }
+}
+
+std::string ScratchGameFolder::logText() const {
+    return readFile(dir.path() / "data" / "vornco_log.txt");
+}
+
+HeadlessApp::HeadlessApp(const std::string& name, GameFolderOptions options)
+    : folder(name, options) {
+    started = app.init();
+}
+
+HeadlessApp::~HeadlessApp() { app.shutdown(); }
+
+void InputDriver::moveTo(int x, int y) {
+    SDL_Event event{};
+    event.type = SDL_MOUSEMOTION;
+    event.motion.x = x;
+    event.motion.y = y;
+    SDL_PushEvent(&event);
+}
+
+void InputDriver::pressButton(Uint8 button, int x, int y) {
+    SDL_Event event{};
+    event.type = SDL_MOUSEBUTTONDOWN;
+    event.button.button = button;
+    event.button.state = SDL_PRESSED;
+    event.button.clicks = 1;
+    event.button.x = x;
+    event.button.y = y;
+    SDL_PushEvent(&event);
+}
+
+void InputDriver::press(int x, int y) { pressButton(SDL_BUTTON_LEFT, x, y); }
+
+void InputDriver::release(int x, int y) {
+    SDL_Event event{};
+    event.type = SDL_MOUSEBUTTONUP;
+    event.button.button = SDL_BUTTON_LEFT;
+    event.button.state = SDL_RELEASED;
+    event.button.x = x;
+    event.button.y = y;
+    SDL_PushEvent(&event);
+}
+
+void InputDriver::key(SDL_Keycode keycode, bool repeat) {
+    SDL_Event event{};
+    event.type = SDL_KEYDOWN;
+    event.key.state = SDL_PRESSED;
+    event.key.repeat = repeat ? 1 : 0;
+    event.key.keysym.sym = keycode;
+    event.key.keysym.scancode = SDL_GetScancodeFromKey(keycode);
+    SDL_PushEvent(&event);
+}
+
+void InputDriver::quit() {
+    SDL_Event event{};
+    event.type = SDL_QUIT;
+    SDL_PushEvent(&event);
+}
+
+void InputDriver::frame(double dt) { app.step(dt); }
+
+void InputDriver::frames(int count, double dt) {
+    for (int i = 0; i < count; ++i) {
+        frame(dt);
+    }
+}
+
+void InputDriver::click(int x, int y, double dt) {
+    moveTo(x, y);
+    frame(dt);
+    press(x, y);
+    frame(dt);
+    release(x, y);
+    frame(dt);
+}
+
+}  // namespace vorn::test

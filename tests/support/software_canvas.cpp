@@ -1,0 +1,57 @@
+#include "support/software_canvas.h"
+
+#include <SDL_ttf.h>
+
+#include <cstdlib>
+
+namespace vorn::test {
+
+SoftwareCanvas::SoftwareCanvas() {
+    surface = SDL_CreateRGBSurfaceWithFormat(0, kCanvasWidth, kCanvasHeight, 32,
+                                             SDL_PIXELFORMAT_RGBA32);
+    if (surface == nullptr) {
+        std::abort();
+    }
+    SDL_Renderer* renderer = SDL_CreateSoftwareRenderer(surface);
+    if (renderer == nullptr) {
+        std::abort();
+    }
+    graphics.attach(renderer);
+}
+
+SoftwareCanvas::~SoftwareCanvas() {
+    graphics.shutdown();
+    SDL_FreeSurface(surface);
+    if (TTF_WasInit() != 0) {
+        TTF_Quit();
+    }
+}
+
+Color SoftwareCanvas::pixel(int x, int y) const {
+    const auto* row = static_cast<const Uint8*>(surface->pixels) + y * surface->pitch;
+    Uint32 value = 0;
+    SDL_memcpy(&value, row + x * 4, 4);
+    Uint8 r = 0, g = 0, b = 0, a = 0;
+    SDL_GetRGBA(value, surface->format, &r, &g, &b, &a);
+    return rgb(r, g, b, a);
+}
+
+void SoftwareCanvas::fill(Color c) {
+    SDL_FillRect(surface, nullptr,
+                 SDL_MapRGBA(surface->format, static_cast<Uint8>(red(c)), static_cast<Uint8>(green(c)),
+                             static_cast<Uint8>(blue(c)), static_cast<Uint8>(alpha(c))));
+}
+
+void SoftwareCanvas::useGameFonts() {
+    if (TTF_WasInit() == 0) {
+        TTF_Init();
+    }
+    graphics.loadFonts(VORN_GAME_DIR "/assets/fonts");
+}
+
+bool near(Color a, Color b, int tolerance) {
+    return std::abs(red(a) - red(b)) <= tolerance && std::abs(green(a) - green(b)) <= tolerance &&
+           std::abs(blue(a) - blue(b)) <= tolerance && std::abs(alpha(a) - alpha(b)) <= tolerance;
+}
+
+}  // namespace vorn::test

@@ -1,0 +1,36 @@
+#pragma once
+// A Graphics that draws into a 1366 x 768 RGBA surface through SDL's software
+// renderer, so tests can read exact pixels without a display. (On the dummy
+// video driver a window's renderer reads back misaligned; a surface does not.)
+
+#include "gfx/graphics.h"
+
+#include <SDL.h>
+
+#include <string>
+
+namespace vorn::test {
+
+class SoftwareCanvas {
+public:
+    SoftwareCanvas();
+    ~SoftwareCanvas();
+    SoftwareCanvas(const SoftwareCanvas&) = delete;
+    SoftwareCanvas& operator=(const SoftwareCanvas&) = delete;
+
+    // The colour at a canvas pixel, alpha included.
+    Color pixel(int x, int y) const;
+    // Fills the whole canvas, bypassing Graphics, to set a known background.
+    void fill(Color c);
+    // Opens the shipped fonts of the built game folder (TTF is started here).
+    void useGameFonts();
+
+    SDL_Surface* surface = nullptr;
+    Graphics graphics;
+};
+
+// True when two colours differ by at most `tolerance` in every channel
+// (blending rounds differently between renderers).
+bool near(Color a, Color b, int tolerance);
+
+}  // namespace vorn::test
