@@ -1,0 +1,45 @@
+# The game's own sounds and pictures are not checked in: a small tool paints
+# and synthesises them at build time, straight into the game folder. The tool
+# is never linked into the game.
+add_executable(vorn_asset_generator
+  ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_generator.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_images.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_sounds.cpp)
+target_link_libraries(vorn_asset_generator PRIVATE vorn_options ${VORN_SDL_LIBS})
+# Optimised even in debug builds: it synthesises a few million samples on
+# every build that touches it, and nobody steps through it in a debugger.
+target_compile_options(vorn_asset_generator PRIVATE -O2)
+
+set(VORN_GENERATED_ASSETS
+  ${VORN_GAME_DIR}/assets/audio/tick.wav
+  ${VORN_GAME_DIR}/assets/audio/tock.wav
+  ${VORN_GAME_DIR}/assets/audio/siren.wav
+  ${VORN_GAME_DIR}/assets/audio/pass.wav
+  ${VORN_GAME_DIR}/assets/audio/fail.wav
+  ${VORN_GAME_DIR}/assets/audio/click.wav
+  ${VORN_GAME_DIR}/assets/audio/zembrilux-sting.wav
+  ${VORN_GAME_DIR}/data/music/vorn-title.wav
+  ${VORN_GAME_DIR}/data/music/shift-01.wav
+  ${VORN_GAME_DIR}/data/music/shift-02.wav
+  ${VORN_GAME_DIR}/data/music/shift-03.wav
+  ${VORN_GAME_DIR}/assets/images/app_icon.png
+  ${VORN_GAME_DIR}/assets/images/studio_logo.png)
+
+# The wordmark is set in the display font the game ships; the generator
+# draws block letters when that font is absent. The source font is listed
+# so a different font regenerates the logo; the target dependency below
+# makes sure the shipped copy is in place first.
+set(VORN_ASSET_FONT ${VORN_GAME_DIR}/assets/fonts/display.ttf)
+set(VORN_ASSET_INPUTS vorn_asset_generator)
+if(EXISTS ${VORN_DISPLAY_FONT})
+  list(APPEND VORN_ASSET_INPUTS ${VORN_DISPLAY_FONT})
+endif()
+
+add_custom_command(OUTPUT ${VORN_GENERATED_ASSETS}
+  COMMAND vorn_asset_generator ${VORN_GAME_DIR} ${VORN_ASSET_FONT}
+  DEPENDS ${VORN_ASSET_INPUTS}
+  COMMENT "Generating the game's sounds and images"
+  VERBATIM)
+add_custom_target(vorn_assets ALL DEPENDS ${VORN_GENERATED_ASSETS})
+add_dependencies(vorn_assets game_folder)
+add_dependencies(vornco vorn_assets)
