@@ -5,6 +5,7 @@
 #include "app/application.h"
 
 #include "app/paths.h"
+#include "log/diagnostics.h"
 #include "log/session_log.h"
 
 #include <SDL_image.h>
@@ -91,6 +92,35 @@ bool Application::init() {
 
     graphics.loadFonts(pathString(assets / "fonts"));
 
+    audio.openAudio();
+    audio.loadEffects(pathString(assets / "audio"));
+
+    loadSave(save, pathString(std::filesystem::u8path(basePath) / "data" / "vornco_save.txt"));
+
+    const std::string catalogue = dataPath("levels/levels.json");
+    if (!loadLevels(levels, catalogue)) {
+        SDL_Log("Levels failed to load from %s", catalogue.c_str());
+    }
+
+    const std::string logoPath = pathString(assets / "images" / "studio_logo.png");
+    studioLogo = graphics.loadTexture(logoPath, &studioLogoW, &studioLogoH);
+    if (studioLogo == nullptr) {
+        logInfo("DIAG: studio logo not loaded from '%s' (splash/intro will show text).",
+                logoPath.c_str());
+    }
+
+    DiagnosticsInput report;
+    report.assetsPath = assetsPath;
+    report.musicPath = musicPath;
+    report.audioOpen = audio.initialised;
+    report.levelCount = levels.size();
+    report.timesFired = save.timesFired;
+    report.clockInCards = save.clockInCards;
+    report.lastDifficulty = save.lastDifficulty;
+    writeDiagnostics(report);
+
+    difficulty = static_cast<Difficulty>(save.lastDifficulty);
+    enterSplash();
     return true;
 }
 
@@ -99,6 +129,9 @@ void Application::shutdown() {
         SDL_DestroyTexture(studioLogo);
         studioLogo = nullptr;
     }
+    // Progress is always saved on the way out.
+    writeSave(save);
+    audio.closeAudio();
     graphics.shutdown();
     if (window != nullptr) {
         SDL_DestroyWindow(window);
@@ -108,13 +141,6 @@ void Application::shutdown() {
     IMG_Quit();
     SDL_Quit();
     closeLog();
-}
-
-void Application::update(double dt) { screenTime += dt; }
-
-void Application::render() {
-    graphics.clear(palette::black);
-    graphics.present();
 }
 
 }  // namespace vorn

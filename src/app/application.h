@@ -8,7 +8,11 @@
 
 #include "app/game_types.h"
 #include "app/input_state.h"
+#include "audio/audio_system.h"
+#include "data/level_catalogue.h"
+#include "data/save_data.h"
 #include "gfx/graphics.h"
+#include "stations/level.h"
 
 #include <SDL.h>
 
@@ -44,8 +48,24 @@ public:
     // basePath / "data" / name; name may hold a sub-folder ("levels/levels.json").
     std::string dataPath(const std::string& name) const;
 
+    // Game flow between the top-level screens.
+    void enterSplash();
+    void enterTitle();
+    void titleUpdate();
+
+    // The run: a whole shift of stations against the clock.
+    void startRun(Difficulty d);
+    void startRunWithSeed(Difficulty d, std::uint32_t seed);
+    void startStation(std::int32_t index);
+    void updateStation(double dt);
+    void stationPassed();
+    void fired();
+
     SDL_Window* window = nullptr;
     Graphics graphics;
+    AudioSystem audio;
+    SaveData save;
+    std::vector<LevelDef> levels;
     GameScreen screen = GameScreen::splash;
     bool running = true;
     InputState input;
@@ -65,7 +85,8 @@ public:
     std::int32_t probationCount = 0;
     std::int32_t shiftStart = 0;
     std::int32_t overtimeStart = 0;
-    std::int32_t shiftCardPhase = 0;
+    std::int32_t shiftCardPhase = 0;   // 0 PROBATION, 1 SHIFT STARTS, 2 OVERTIME
+    std::unique_ptr<Level> station;
     double timeTotal = 0.0;
     double timeLeft = 0.0;
     std::int32_t shownSeconds = 0;
@@ -77,6 +98,18 @@ public:
     bool timeWarning = false;
     bool cardAwarded = false;
 };
+
+struct MenuItem {
+    const char* label;
+    std::int32_t code;   // 10 CONTINUE, 0..3 a new run at that difficulty, 99 QUIT
+};
+
+// The title menu as it stands: CONTINUE only while the player holds a card.
+// Returns the number of items written (at most six).
+int titleMenu(const SaveData& save, MenuItem (&items)[6]);
+
+// A double in [0, 1) from two draws of the run's engine.
+double randomUnit(Rng& rng);
 
 // The longest step a single frame may advance the game: a stall (window drag,
 // breakpoint, slow disk) slows the game down instead of skipping its timers.

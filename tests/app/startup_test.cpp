@@ -64,7 +64,7 @@ TEST(Startup, DataPathJoinsBaseDataAndName) {
 }
 
 TEST(Startup, MissingFontsIconLogoAndCatalogueDoNotStopTheStart) {
-    HeadlessApp headless("bare_start", {false, false});
+    HeadlessApp headless("bare_start", GameFolderOptions{false, false, "", {}});
     ASSERT_TRUE(headless.started);
     EXPECT_EQ(headless.app.basePath, ".");
     EXPECT_EQ(headless.app.assetsPath, "./assets");
@@ -137,7 +137,7 @@ TEST(Startup, ShutdownIsSafeWithoutInit) {
 
 TEST(GameExecutable, SigtermEndsANormalSessionWithExitCodeZero) {
     GameProcess game(fs::path(VORN_GAME_DIR) / "vornco", fs::path(VORN_GAME_DIR));
-    ASSERT_TRUE(game.waitForOutput("Game: The Vorn Co. build v0.01")) << game.output();
+    ASSERT_TRUE(game.waitForOutput("DIAG: --- end of startup diagnostics ---")) << game.output();
     game.terminate();
     EXPECT_EQ(game.waitForExit(), 0) << game.output();
 }
@@ -157,7 +157,7 @@ TEST(GameExecutable, CreatesDataBesideItselfWhenNoFolderHasOne) {
     fs::copy_file(fs::path(VORN_GAME_DIR) / "vornco", install.path() / "vornco");
     fs::permissions(install.path() / "vornco", fs::perms::owner_all);
     GameProcess game(install.path() / "vornco", elsewhere.path());
-    ASSERT_TRUE(game.waitForOutput("Game: The Vorn Co. build v0.01")) << game.output();
+    ASSERT_TRUE(game.waitForOutput("DIAG: --- end of startup diagnostics ---")) << game.output();
     game.terminate();
     EXPECT_EQ(game.waitForExit(), 0) << game.output();
     EXPECT_TRUE(fs::is_directory(install.path() / "data"));

@@ -12,11 +12,32 @@ ScratchGameFolder::ScratchGameFolder(const std::string& name, GameFolderOptions 
     if (options.shipAssets) {
         fs::create_directory_symlink(game / "assets", dir.path() / "assets");
     }
-    if (options.shipCatalogue && fs::exists(game / "data" / "levels" / "levels.json")) {
+    if (!options.catalogue.empty()) {
+        dir.write("data/levels/levels.json", options.catalogue);
+    } else if (options.shipCatalogue && fs::exists(game / "data" / "levels" / "levels.json")) {
         fs::create_directories(dir.path() / "data" / "levels");
         fs::copy_file(game / "data" / "levels" / "levels.json",
                       dir.path() / "data" / "levels" / "levels.json");
     }
+    if (options.prepare) {
+        options.prepare(dir);
+    }
+}
+
+std::string catalogueOf(std::initializer_list<CatalogueEntry> entries) {
+    std::string text = "{\"levels\": [\n";
+    bool first = true;
+    for (const CatalogueEntry& e : entries) {
+        if (!first) {
+            text += ",\n";
+        }
+        first = false;
+        const std::string n = std::to_string(e.number);
+        text += "{\"n\": " + n + ", \"id\": \"s" + n + "\", \"name\": \"STATION " + n +
+                "\", \"type\": \"" + e.type + "\", \"base_time\": " + std::to_string(e.baseTime) +
+                "}";
+    }
+    return text + "\n]}\n";
 }
 
 std::string ScratchGameFolder::logText() const {

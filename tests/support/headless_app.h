@@ -9,6 +9,7 @@
 
 #include <SDL.h>
 
+#include <functional>
 #include <string>
 
 namespace vorn::test {
@@ -16,7 +17,17 @@ namespace vorn::test {
 struct GameFolderOptions {
     bool shipAssets = true;      // link the built game's assets/ into the folder
     bool shipCatalogue = true;   // copy the shipped levels.json into data/levels
+    std::string catalogue;       // when set, written as data/levels/levels.json instead
+    std::function<void(const TempDir&)> prepare;   // runs before the game starts
 };
+
+// A catalogue of the given records, each written as {"n":..,"id":..,"type":..,"base_time":..}.
+struct CatalogueEntry {
+    int number;
+    const char* type;
+    int baseTime;
+};
+std::string catalogueOf(std::initializer_list<CatalogueEntry> entries);
 
 // A scratch copy of a player's game folder, made the working directory so the
 // base folder resolves to "." (the test executable's own folder has no data).
