@@ -6,7 +6,7 @@ cd "$(dirname "$0")"
 bash scripts/setup.sh
 
 build=build/sanitize
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
       -DVORN_SANITIZE=ON -DVORN_WERROR=ON -DVORN_BUILD_TESTS=ON >/dev/null
 cmake --build "$build"
 
