@@ -16,6 +16,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Index of pixel (x, y) in a row-major image `width` pixels wide.
+std::size_t cell(int x, int y, int width) {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+}
+std::size_t cellCount(int width, int height) { return cell(0, height, width); }
+
 struct Rgb {
     double r, g, b;
 };
@@ -29,8 +35,7 @@ Rgb mix(Rgb a, Rgb b, double t) {
 // edges where nothing is painted.
 class Canvas {
 public:
-    Canvas(int width, int height)
-        : w(width), h(height), pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, 0.0) {}
+    Canvas(int width, int height) : w(width), h(height), pixels(cellCount(width, height) * 4, 0.0) {}
 
     // Lays `colour` over pixel (x, y) with the given coverage (0..1).
     void over(int x, int y, Rgb colour, double coverage) {
@@ -38,7 +43,7 @@ public:
             return;
         }
         const double a = std::min(1.0, coverage);
-        double* p = &pixels[(static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x)) * 4];
+        double* p = &pixels[cell(x, y, w) * 4];
         p[0] = colour.r / 255.0 * a + p[0] * (1.0 - a);
         p[1] = colour.g / 255.0 * a + p[1] * (1.0 - a);
         p[2] = colour.b / 255.0 * a + p[2] * (1.0 - a);
@@ -47,7 +52,7 @@ public:
 
     // Darkens what is already there, keeping its coverage (scanlines).
     void shade(int x, int y, double factor) {
-        double* p = &pixels[(static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x)) * 4];
+        double* p = &pixels[cell(x, y, w) * 4];
         p[0] *= factor;
         p[1] *= factor;
         p[2] *= factor;
@@ -60,9 +65,9 @@ public:
             return false;
         }
         for (int y = 0; y < h; ++y) {
-            auto* row = static_cast<std::uint8_t*>(surface->pixels) + static_cast<std::ptrdiff_t>(y) * surface->pitch;
+            auto* row = static_cast<std::uint8_t*>(surface->pixels) + std::ptrdiff_t{y} * surface->pitch;
             for (int x = 0; x < w; ++x) {
-                const double* p = &pixels[(static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x)) * 4];
+                const double* p = &pixels[cell(x, y, w) * 4];
                 const double a = p[3];
                 const auto channel = [a](double premultiplied) {
                     const double straight = a > 0.0 ? premultiplied / a : 0.0;
@@ -141,7 +146,8 @@ bool writeIcon(const fs::path& path, std::string& error) {
             for (const auto& r : rivets) {
                 const double d = std::hypot(px - r[0], py - r[1]) - 4.0;
                 canvas.over(x, y, brassRim, coverage(d));
-                canvas.over(x, y, Rgb{250, 220, 150}, coverage(std::hypot(px - r[0] + 1.2, py - r[1] + 1.2) - 1.5) * 0.8);
+                const double glint = std::hypot(px - r[0] + 1.2, py - r[1] + 1.2) - 1.5;
+                canvas.over(x, y, Rgb{250, 220, 150}, 0.8 * coverage(glint));
             }
 
             // The screen: dark phosphor glass, brighter in the middle.
@@ -176,7 +182,7 @@ struct Mask {
         if (x < 0 || y < 0 || x >= w || y >= h) {
             return 0.0;
         }
-        return alpha[static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x)];
+        return alpha[cell(x, y, w)];
     }
 };
 
@@ -205,13 +211,11 @@ bool fontMask(const std::string& fontPath, Mask& mask) {
                 if (SDL_Surface* rgba = SDL_ConvertSurfaceFormat(text, SDL_PIXELFORMAT_RGBA32, 0)) {
                     mask.w = rgba->w;
                     mask.h = rgba->h;
-                    mask.alpha.assign(static_cast<std::size_t>(mask.w) * static_cast<std::size_t>(mask.h), 0.0);
+                    mask.alpha.assign(cellCount(mask.w, mask.h), 0.0);
                     for (int y = 0; y < mask.h; ++y) {
-                        const auto* row = static_cast<const std::uint8_t*>(rgba->pixels) +
-                                          static_cast<std::ptrdiff_t>(y) * rgba->pitch;
+                        const auto* row = static_cast<const std::uint8_t*>(rgba->pixels) + std::ptrdiff_t{y} * rgba->pitch;
                         for (int x = 0; x < mask.w; ++x) {
-                            mask.alpha[static_cast<std::size_t>(y) * static_cast<std::size_t>(mask.w) +
-                                       static_cast<std::size_t>(x)] = row[x * 4 + 3] / 255.0;
+                            mask.alpha[cell(x, y, mask.w)] = row[x * 4 + 3] / 255.0;
                         }
                     }
                     ok = true;
@@ -245,7 +249,7 @@ Mask blockMask() {
     Mask mask;
     mask.w = kColumns * kCell;
     mask.h = 7 * kCell;
-    mask.alpha.assign(static_cast<std::size_t>(mask.w) * static_cast<std::size_t>(mask.h), 0.0);
+    mask.alpha.assign(cellCount(mask.w, mask.h), 0.0);
     for (std::size_t letter = 0; letter < kGlyphs.size(); ++letter) {
         for (int row = 0; row < 7; ++row) {
             for (int col = 0; col < 5; ++col) {
@@ -255,8 +259,7 @@ Mask blockMask() {
                 const int x0 = (static_cast<int>(letter) * 6 + col) * kCell;
                 for (int y = row * kCell; y < (row + 1) * kCell; ++y) {
                     for (int x = x0; x < x0 + kCell; ++x) {
-                        mask.alpha[static_cast<std::size_t>(y) * static_cast<std::size_t>(mask.w) +
-                                   static_cast<std::size_t>(x)] = 1.0;
+                        mask.alpha[cell(x, y, mask.w)] = 1.0;
                     }
                 }
             }
@@ -271,28 +274,27 @@ Mask dilate(const Mask& source, int radius) {
     Mask wide;
     wide.w = source.w + 2 * radius;
     wide.h = source.h + 2 * radius;
-    std::vector<double> rows(static_cast<std::size_t>(wide.w) * static_cast<std::size_t>(source.h), 0.0);
+    std::vector<double> rows(cellCount(wide.w, source.h), 0.0);
     for (int y = 0; y < source.h; ++y) {
         for (int x = 0; x < wide.w; ++x) {
             double best = 0.0;
             for (int k = -radius; k <= radius; ++k) {
                 best = std::max(best, source.at(x - radius + k, y));
             }
-            rows[static_cast<std::size_t>(y) * static_cast<std::size_t>(wide.w) + static_cast<std::size_t>(x)] = best;
+            rows[cell(x, y, wide.w)] = best;
         }
     }
-    wide.alpha.assign(static_cast<std::size_t>(wide.w) * static_cast<std::size_t>(wide.h), 0.0);
+    wide.alpha.assign(cellCount(wide.w, wide.h), 0.0);
     for (int y = 0; y < wide.h; ++y) {
         for (int x = 0; x < wide.w; ++x) {
             double best = 0.0;
             for (int k = -radius; k <= radius; ++k) {
                 const int sy = y - radius + k;
                 if (sy >= 0 && sy < source.h) {
-                    best = std::max(best, rows[static_cast<std::size_t>(sy) * static_cast<std::size_t>(wide.w) +
-                                               static_cast<std::size_t>(x)]);
+                    best = std::max(best, rows[cell(x, sy, wide.w)]);
                 }
             }
-            wide.alpha[static_cast<std::size_t>(y) * static_cast<std::size_t>(wide.w) + static_cast<std::size_t>(x)] = best;
+            wide.alpha[cell(x, y, wide.w)] = best;
         }
     }
     return wide;

@@ -229,8 +229,8 @@ void AudioSystem::playTitleMusic(const std::string& musicFolder) {
         candidates.push_back(utf8(folder / (std::string("vorn-title") + ext)));
     }
     if (!playFirstOf(candidates, "title", "title music", -1)) {
-        // The message names three formats although .flac is tried as well;
-        // players and their bug reports already know it in these words.
+        // The line names three formats although .flac is tried as well; it
+        // stays word for word so searches through old logs keep matching.
         SDL_Log("Audio: no vorn-title.{ogg,mp3,wav} found in '%s' \xE2\x80\x94 title is silent.",
                 musicFolder.c_str());
     }

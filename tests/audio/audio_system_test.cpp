@@ -554,11 +554,19 @@ TEST_F(AudioDevice, PlaylistStartsItsFirstTrack) {
     EXPECT_EQ(audio.trackIndex, 0u);
     EXPECT_TRUE(audio.isMusicPlaying());
     EXPECT_TRUE(log.lines().empty());
+}
 
-    // While the track plays, the per-frame update leaves it alone.
+TEST_F(AudioDevice, UpdatePlaylistLeavesAPlayingTrackAlone) {
+    TempDir dir("audio_playlist_update_playing");
+    dir.write("a.wav", wavBytes());
+    dir.write("b.wav", wavBytes());
+    audio.buildPlaylist(dir.str(), 5u);
+    Mix_Music* playing = audio.currentMusic;
+    ASSERT_TRUE(audio.isMusicPlaying());
+
     audio.updatePlaylist();
     EXPECT_EQ(audio.trackIndex, 0u);
-    EXPECT_TRUE(audio.isMusicPlaying());
+    EXPECT_EQ(audio.currentMusic, playing);
 }
 
 TEST_F(AudioDevice, EmptyOrMissingMusicFolderIsSilentByDesign) {
