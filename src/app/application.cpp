@@ -87,6 +87,9 @@ bool Application::init() {
     SDL_Log("Display: renderer output %dx%d (logical %dx%d)", outputW, outputH, kCanvasWidth,
             kCanvasHeight);
 
+    // Painted once, here, so nothing is painted per frame.
+    art.build(graphics.renderer);
+
     SDL_Log("Paths: base='%s' music='%s' assets='%s'", basePath.c_str(), musicPath.c_str(),
             assetsPath.c_str());
 
@@ -129,6 +132,7 @@ void Application::shutdown() {
         SDL_DestroyTexture(studioLogo);
         studioLogo = nullptr;
     }
+    art.release();
     // Progress is always saved on the way out.
     writeSave(save);
     audio.closeAudio();

@@ -12,6 +12,7 @@
 #include "data/level_catalogue.h"
 #include "data/save_data.h"
 #include "gfx/graphics.h"
+#include "gfx/procedural_art.h"
 #include "stations/level.h"
 
 #include <SDL.h>
@@ -66,6 +67,7 @@ public:
     AudioSystem audio;
     SaveData save;
     std::vector<LevelDef> levels;
+    ProceduralArt art;
     GameScreen screen = GameScreen::splash;
     bool running = true;
     InputState input;

@@ -167,3 +167,19 @@ TEST(GameExecutable, CreatesDataBesideItselfWhenNoFolderHasOne) {
 
 }  // namespace
 }  // namespace vorn::test
+
+namespace vorn::test {
+namespace {
+
+TEST(Startup, PaintsTheTexturesOnceTheRendererExistsAndReleasesThemAtShutdown) {
+    auto headless = std::make_unique<HeadlessApp>("art_start");
+    ASSERT_TRUE(headless->started);
+    EXPECT_NE(headless->app.art.wallTile, nullptr);
+    EXPECT_NE(headless->app.art.roomOverlay, nullptr);
+    headless->app.shutdown();
+    EXPECT_EQ(headless->app.art.wallTile, nullptr);
+    EXPECT_EQ(headless->app.art.greenScreen, nullptr);
+}
+
+}  // namespace
+}  // namespace vorn::test
