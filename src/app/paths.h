@@ -4,13 +4,11 @@
 // working directory does (running a freshly built binary from a source tree),
 // the working directory wins.
 
-#include <filesystem>
+#include "data/file_paths.h"
+
 #include <string>
 
 namespace vorn {
-
-// A file-system path as the UTF-8 string SDL and its companions expect.
-std::string pathString(const std::filesystem::path& path);
 
 // Picks the base folder from what SDL_GetBasePath returned (null or empty
 // allowed): the executable's folder if it has "data", else "." if that has

@@ -1,5 +1,6 @@
 #include "audio/audio_system.h"
 
+#include "data/file_paths.h"
 #include "stations/draw_rules.h"
 
 #include <SDL.h>
@@ -22,17 +23,6 @@ constexpr int kSirenChannel = 2;
 constexpr int kVerdictChannel = 3;
 constexpr int kClickChannel = 4;
 constexpr int kMixChannels = 16;
-
-std::string utf8(const fs::path& path) { return path.u8string(); }
-
-std::string lowerAscii(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return text;
-}
 
 // A gameplay track is any mp3/ogg/wav/flac file except the MP3 title tune.
 // Only that one form is kept out on purpose: a title shipped as .ogg is also
@@ -113,7 +103,7 @@ void AudioSystem::loadEffects(const std::string& audioFolder) {
         if (!fs::exists(file, ec)) {
             return nullptr;
         }
-        return Mix_LoadWAV(utf8(file).c_str());
+        return Mix_LoadWAV(pathString(file).c_str());
     };
     tick = load("tick.wav");
     tock = load("tock.wav");
@@ -208,7 +198,7 @@ void AudioSystem::playSting(const std::string& path) {
         if (ext[0] != '\0') {
             candidate.replace_extension(ext);
         }
-        const std::string text = utf8(candidate);
+        const std::string text = pathString(candidate);
         if (std::find(candidates.begin(), candidates.end(), text) == candidates.end()) {
             candidates.push_back(text);
         }
@@ -226,7 +216,7 @@ void AudioSystem::playTitleMusic(const std::string& musicFolder) {
     const fs::path folder = fs::u8path(musicFolder);
     std::vector<std::string> candidates;
     for (const char* ext : {".ogg", ".mp3", ".wav", ".flac"}) {
-        candidates.push_back(utf8(folder / (std::string("vorn-title") + ext)));
+        candidates.push_back(pathString(folder / (std::string("vorn-title") + ext)));
     }
     if (!playFirstOf(candidates, "title", "title music", -1)) {
         // The line names three formats although .flac is tried as well; it
@@ -253,10 +243,10 @@ void AudioSystem::buildPlaylist(const std::string& musicFolder, std::uint32_t se
         for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
             std::error_code statusError;
             if (!it->is_regular_file(statusError) ||
-                !isGameplayTrack(utf8(it->path().filename()))) {
+                !isGameplayTrack(pathString(it->path().filename()))) {
                 continue;
             }
-            playlist.push_back(utf8(it->path()));
+            playlist.push_back(pathString(it->path()));
         }
     }
     if (playlist.empty()) {

@@ -1,5 +1,7 @@
 #include "gfx/graphics.h"
 
+#include "data/file_paths.h"
+
 #include <SDL_image.h>
 
 #include <algorithm>
@@ -16,21 +18,16 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 
-bool fileExists(const std::string& path) {
-    std::error_code ec;
-    return !path.empty() && std::filesystem::exists(std::filesystem::u8path(path), ec);
-}
-
 // The shipped font first; failing that, the first fallback found on this
 // system; failing that, no font at all (text then draws nothing).
 std::string lookUpFont(const std::string& folder, const char* name,
                        std::initializer_list<const char*> fallbacks) {
-    const std::string own = (std::filesystem::u8path(folder) / name).u8string();
-    if (fileExists(own)) {
+    const std::string own = pathString(std::filesystem::u8path(folder) / name);
+    if (pathExists(own)) {
         return own;
     }
     for (const char* candidate : fallbacks) {
-        if (fileExists(candidate)) {
+        if (pathExists(candidate)) {
             return candidate;
         }
     }

@@ -16,21 +16,10 @@ constexpr const char* kMiss = "[MISS]";
 constexpr const char* kNone = "[none]";
 constexpr const char* kPart = "[part]";
 
-std::string utf8(const fs::path& path) { return path.u8string(); }
-
-std::string lowerAscii(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-    return text;
-}
-
 // One row of the common shape: label, status word, the exact path tested,
 // so the player can compare it with what is really on disk.
 void fileRow(const char* label, const fs::path& file, const char* missingWord) {
-    const std::string path = utf8(file);
+    const std::string path = pathString(file);
     logInfo("DIAG: %-18s %-7s %s", label, pathExists(path) ? kOk : missingWord, path.c_str());
 }
 
@@ -47,11 +36,11 @@ int countPlaylistTracks(const fs::path& folder) {
         if (!entry.is_regular_file()) {
             continue;
         }
-        const std::string name = lowerAscii(utf8(entry.path().filename()));
+        const std::string name = lowerAscii(pathString(entry.path().filename()));
         if (name == "vorn-title.mp3" || name == "vorn-title.ogg" || name == "vorn-title.wav") {
             continue;
         }
-        const std::string ext = lowerAscii(utf8(entry.path().extension()));
+        const std::string ext = lowerAscii(pathString(entry.path().extension()));
         if (ext == ".mp3" || ext == ".ogg" || ext == ".wav" || ext == ".flac") {
             ++count;
         }
@@ -71,11 +60,6 @@ const char* difficultyName(int difficulty) {
 
 }  // namespace
 
-bool pathExists(const std::string& path) {
-    std::error_code ec;
-    return fs::exists(fs::u8path(path), ec);
-}
-
 void writeDiagnostics(const DiagnosticsInput& input) {
     const fs::path assets = fs::u8path(input.assetsPath);
     const fs::path fonts = assets / "fonts";
@@ -94,9 +78,9 @@ void writeDiagnostics(const DiagnosticsInput& input) {
 
     // The sting player also tries .flac, but the three formats the game is
     // shipped in are what this row is meant to confirm.
-    const bool stingOgg = pathExists(utf8(audio / "zembrilux-sting.ogg"));
-    const bool stingMp3 = pathExists(utf8(audio / "zembrilux-sting.mp3"));
-    const bool stingWav = pathExists(utf8(audio / "zembrilux-sting.wav"));
+    const bool stingOgg = pathExists(pathString(audio / "zembrilux-sting.ogg"));
+    const bool stingMp3 = pathExists(pathString(audio / "zembrilux-sting.mp3"));
+    const bool stingWav = pathExists(pathString(audio / "zembrilux-sting.wav"));
     const bool anySting = stingOgg || stingMp3 || stingWav;
     logInfo("DIAG: intro sting       %s (ogg=%d mp3=%d wav=%d)", anySting ? kOk : kMiss,
             stingOgg ? 1 : 0, stingMp3 ? 1 : 0, stingWav ? 1 : 0);
@@ -106,7 +90,7 @@ void writeDiagnostics(const DiagnosticsInput& input) {
 
     int effects = 0;
     for (const char* name : {"tick", "tock", "siren", "pass", "fail", "click"}) {
-        if (pathExists(utf8(audio / (std::string(name) + ".wav")))) {
+        if (pathExists(pathString(audio / (std::string(name) + ".wav")))) {
             ++effects;
         }
     }
@@ -114,9 +98,9 @@ void writeDiagnostics(const DiagnosticsInput& input) {
     // says how badly.
     logInfo("DIAG: sfx (.wav)        %s (%d/6 present)", effects == 6 ? kOk : kPart, effects);
 
-    const bool title = pathExists(utf8(music / "vorn-title.ogg")) ||
-                       pathExists(utf8(music / "vorn-title.mp3")) ||
-                       pathExists(utf8(music / "vorn-title.wav"));
+    const bool title = pathExists(pathString(music / "vorn-title.ogg")) ||
+                       pathExists(pathString(music / "vorn-title.mp3")) ||
+                       pathExists(pathString(music / "vorn-title.wav"));
     logInfo("DIAG: title music       %s  (vorn-title.{ogg,mp3,wav})",
             title ? kOk : "[none] -> title screen is silent by design");
 

@@ -5,6 +5,8 @@
 // log says at a glance why a font, a sound or the music is missing. It never
 // changes anything and never stops the game.
 
+#include "data/file_paths.h"
+
 #include <cstddef>
 #include <string>
 
@@ -21,10 +23,6 @@ struct DiagnosticsInput {
     int clockInCards = 0;
     int lastDifficulty = 1;          // 0 EASY .. 3 VORN, anything else unknown
 };
-
-// True when the path names any existing entry (file, folder or other); false
-// when it does not, or when its status cannot be read. Never throws.
-bool pathExists(const std::string& path);
 
 // Writes the "diagnostics" section through logSection and logInfo, so each
 // row reaches the log file and standard error.

@@ -54,9 +54,4 @@ public:
 // between the station header and footer.
 constexpr Rect kPlayArea{263, 170 + 20, 840, 600 - 170};
 
-// A verdict from update, with every value but Solved and Failed read as Running.
-inline LevelResult normalised(LevelResult r) {
-    return (r == LevelResult::Solved || r == LevelResult::Failed) ? r : LevelResult::Running;
-}
-
 }  // namespace vorn

@@ -1,5 +1,6 @@
 #include "stations/paperwork_stations.h"
 
+#include "gfx/graphics.h"
 #include "stations/station_kit.h"
 
 namespace vorn {

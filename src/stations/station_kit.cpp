@@ -2,11 +2,6 @@
 
 namespace vorn {
 
-void drawInstruction(Graphics& g, const Rect& area, const char* text) {
-    g.text(text, area.x + area.w / 2, area.y + area.h - 16, TextSize::Small, rgb(178, 119, 32), true,
-           false);
-}
-
 LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
                     const InputState& in, AudioSystem& audio) {
     if (!in.mousePressed) {

@@ -1,18 +1,13 @@
 #pragma once
-// Small pieces several station families share: the instruction line drawn
-// at the foot of the play area, and the click-one-box rule that the exam and
-// the odd-tile station both play by.
+// Small pieces several station families share, such as the click-one-box
+// rule that the exam and the odd-tile station both play by.
 
 #include "audio/audio_system.h"
-#include "gfx/graphics.h"
 #include "stations/level.h"
 
 #include <cstdint>
 
 namespace vorn {
-
-// The station's own rule line, 16 pixels above the play area's bottom edge.
-void drawInstruction(Graphics& g, const Rect& area, const char* text);
 
 // On a press, the first box (in index order) under the pointer decides: the
 // answer box passes, any other fails. No press, or no box: still running.

@@ -63,12 +63,5 @@ TEST(LevelBase, SetupCopiesTheCatalogueRecordAndPlayArea) {
     EXPECT_EQ(level.playArea.h, 430);
 }
 
-TEST(LevelBase, OnlySolvedAndFailedAreVerdicts) {
-    EXPECT_EQ(normalised(static_cast<LevelResult>(3)), LevelResult::Running);
-    EXPECT_EQ(normalised(static_cast<LevelResult>(-1)), LevelResult::Running);
-    EXPECT_EQ(normalised(LevelResult::Solved), LevelResult::Solved);
-    EXPECT_EQ(normalised(LevelResult::Failed), LevelResult::Failed);
-}
-
 }  // namespace
 }  // namespace vorn

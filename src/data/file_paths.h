@@ -1,0 +1,21 @@
+#pragma once
+// Small file-system helpers every subsystem shares: paths as the UTF-8
+// strings SDL and its companions take, an existence test that never throws,
+// and the ASCII lower-casing used to compare file names and extensions.
+
+#include <filesystem>
+#include <string>
+
+namespace vorn {
+
+// A file-system path as a UTF-8 narrow string.
+std::string pathString(const std::filesystem::path& path);
+
+// True when the path names any existing entry (file, folder or other); false
+// when it does not, or when its status cannot be read. Never throws.
+bool pathExists(const std::string& path);
+
+// The text with A-Z turned into a-z and every other byte left alone.
+std::string lowerAscii(std::string text);
+
+}  // namespace vorn
