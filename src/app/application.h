@@ -110,6 +110,11 @@ struct MenuItem {
 // Returns the number of items written (at most six).
 int titleMenu(const SaveData& save, MenuItem (&items)[6]);
 
+// Folds one keyboard or mouse event into the frame's input. The event pump
+// uses it for everything but quit and window events; the station test bench
+// feeds its pushed events through it too, so both read input identically.
+void applyInputEvent(const SDL_Event& event, InputState& input);
+
 // A double in [0, 1) from two draws of the run's engine.
 double randomUnit(Rng& rng);
 

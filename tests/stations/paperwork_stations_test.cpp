@@ -4,6 +4,8 @@
 #include "data/level_catalogue.h"
 #include "stations/paperwork_stations.h"
 #include "support/software_canvas.h"
+#include "support/solvers/family_solvers.h"
+#include "support/station_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -77,3 +79,28 @@ TEST_F(GenericStation, TheOddTileIsToldOnlyByItsShade) {
 
 }  // namespace
 }  // namespace vorn
+
+namespace vorn::test {
+namespace {
+
+TEST(GenericSolver, ClearsTheOddTileStationOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("oddtile"), "");
+}
+
+TEST(GenericSolver, ClickingAPlainTileFailsWithTheFailSound) {
+    StationBench bench(shippedRecord("oddtile"), 7);
+    const auto& level = dynamic_cast<const GenericLevel&>(*bench.station);
+    const Rect& b = level.boxes[(level.answer + 3) % 6];
+    struct Wrong final : Solver {
+        Rect box;
+        Intent decide(const Level&, const Hand& hand, double) override {
+            return clickAt(hand, box.x + 10, box.y + 10);
+        }
+    } wrong;
+    wrong.box = b;
+    EXPECT_EQ(bench.play(wrong, 10.0).result, LevelResult::Failed);
+    EXPECT_TRUE(bench.lastSoundWasFail());
+}
+
+}  // namespace
+}  // namespace vorn::test

@@ -1,0 +1,137 @@
+#include "support/station_bench.h"
+
+#include "app/application.h"
+#include "app/difficulty.h"
+#include "stations/level_factory.h"
+
+#include <gtest/gtest.h>
+
+#include <SDL.h>
+
+#include <cstdio>
+#include <vector>
+
+namespace vorn::test {
+
+LevelDef shippedRecord(const std::string& type) {
+    std::vector<LevelDef> levels;
+    const std::string path = std::string(VORN_GAME_DIR) + "/data/levels/levels.json";
+    loadLevels(levels, path);
+    for (const LevelDef& def : levels) {
+        if (def.type == type) {
+            return def;
+        }
+    }
+    ADD_FAILURE() << "the shipped catalogue has no station of type \"" << type << "\"";
+    LevelDef def;
+    def.type = type;
+    def.number = 11;
+    def.phase = phaseForNumber(11);
+    return def;
+}
+
+double clockFor(const LevelDef& def, Difficulty d) {
+    const double m = def.phase == "overtime" ? 0.7 : timeMultiplier(d);
+    return def.baseTime * m * 0.45;
+}
+
+namespace {
+
+// Opening the device costs far more than a station's whole game, so every
+// bench of a process shares one, opened on first use.
+AudioSystem& benchAudio() {
+    static AudioSystem audio;
+    static const bool opened = [] {
+        SDL_Init(SDL_INIT_EVENTS | SDL_INIT_AUDIO);
+        if (audio.openAudio()) {
+            audio.loadEffects(std::string(VORN_GAME_DIR) + "/assets/audio");
+        }
+        return true;
+    }();
+    (void)opened;
+    return audio;
+}
+
+}  // namespace
+
+StationBench::StationBench(const LevelDef& record, std::uint32_t seed)
+    : def(record), rng(seed), audio(benchAudio()) {
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    // A verdict sound left over from an earlier bench must not count.
+    Mix_HaltChannel(-1);
+    station = createLevel(def.type);
+    station->setup(def, rng, kPlayArea);
+}
+
+StationBench::~StationBench() = default;
+
+LevelResult StationBench::frame(double dt) {
+    input.clearEdges();
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0) {
+        applyInputEvent(event, input);
+    }
+    if (verdict != LevelResult::Running) {
+        return verdict;
+    }
+    elapsed += dt;
+    const LevelResult r = station->update(dt, input, audio);
+    if (r == LevelResult::Solved || r == LevelResult::Failed) {
+        verdict = r;
+    }
+    return verdict;
+}
+
+StationBench::Outcome StationBench::play(Solver& solver, double clock, double dt, Limits limits) {
+    hand.limits = limits;
+    Outcome out;
+    // The run's clock counts down by the same frame times; a frame that
+    // empties it fires the player before the station is asked again.
+    double left = clock;
+    while (left > 0.0) {
+        hand.act(solver.decide(*station, hand.hand, elapsed), dt);
+        out.result = frame(dt);
+        ++out.frames;
+        out.time = elapsed;
+        if (out.result != LevelResult::Running) {
+            return out;
+        }
+        left -= dt;
+    }
+    out.result = LevelResult::Running;
+    return out;
+}
+
+bool StationBench::lastSoundWasFail() const {
+    return audio.fail != nullptr && Mix_Playing(3) != 0 && Mix_GetChunk(3) == audio.fail;
+}
+
+bool StationBench::lastSoundWasPass() const {
+    return audio.pass != nullptr && Mix_Playing(3) != 0 && Mix_GetChunk(3) == audio.pass;
+}
+
+std::string unsolvedRuns(const std::string& type, int seeds, double dt, Limits limits) {
+    const LevelDef def = shippedRecord(type);
+    std::string report;
+    const Difficulty all[] = {Difficulty::easy, Difficulty::medium, Difficulty::hard,
+                              Difficulty::vorn};
+    for (const Difficulty d : all) {
+        const double clock = clockFor(def, d);
+        for (int seed = 1; seed <= seeds; ++seed) {
+            StationBench bench(def, static_cast<std::uint32_t>(seed));
+            std::unique_ptr<Solver> solver = makeSolver(type);
+            const StationBench::Outcome out = bench.play(*solver, clock, dt, limits);
+            if (out.result != LevelResult::Solved) {
+                char line[160];
+                std::snprintf(line, sizeof line, "%s %s seed %d: %s after %.2f s of %.2f s\n",
+                              type.c_str(), difficultyName(d), seed,
+                              out.result == LevelResult::Failed ? "failed" : "clock ran out",
+                              out.time, clock);
+                report += line;
+            }
+        }
+    }
+    return report;
+}
+
+}  // namespace vorn::test
