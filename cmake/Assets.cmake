@@ -1,6 +1,7 @@
 # The game's own sounds and pictures are not checked in: a small tool paints
 # and synthesises them at build time, straight into the game folder. The tool
-# is never linked into the game.
+# is never linked into the game. Music is encoded with the lame and oggenc
+# command-line encoders (scripts/setup.sh installs them).
 add_executable(vorn_asset_generator
   ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_generator.cpp
   ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_images.cpp
@@ -18,11 +19,12 @@ set(VORN_GENERATED_ASSETS
   ${VORN_GAME_DIR}/assets/audio/fail.wav
   ${VORN_GAME_DIR}/assets/audio/click.wav
   ${VORN_GAME_DIR}/assets/audio/zembrilux-sting.wav
-  ${VORN_GAME_DIR}/data/music/vorn-title.wav
-  ${VORN_GAME_DIR}/data/music/shift-01.wav
-  ${VORN_GAME_DIR}/data/music/shift-02.wav
-  ${VORN_GAME_DIR}/data/music/shift-03.wav
+  ${VORN_GAME_DIR}/data/music/vorn-title.mp3
+  ${VORN_GAME_DIR}/data/music/shift-01.ogg
+  ${VORN_GAME_DIR}/data/music/shift-02.ogg
+  ${VORN_GAME_DIR}/data/music/shift-03.ogg
   ${VORN_GAME_DIR}/assets/images/app_icon.png
+  ${VORN_GAME_DIR}/assets/images/app_icon.ico
   ${VORN_GAME_DIR}/assets/images/studio_logo.png)
 
 # The wordmark is set in the display font the game ships; the generator

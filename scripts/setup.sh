@@ -7,7 +7,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config
   libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
-  libgtest-dev python3
+  libgtest-dev python3 lame vorbis-tools
   fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
 )
 

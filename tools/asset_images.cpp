@@ -8,6 +8,8 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <fstream>
+#include <iterator>
 #include <vector>
 
 namespace vorn::tools {
@@ -376,12 +378,50 @@ bool writeStudioLogo(const fs::path& path, const std::string& fontPath, std::str
     return canvas.savePng(path, error);
 }
 
+// Windows wants its icon as .ico; since Vista an .ico may simply wrap a PNG,
+// so the same picture is carried over byte for byte: a six-byte header, one
+// sixteen-byte directory entry, then the PNG.
+bool writeIco(const fs::path& png, const fs::path& ico, int size, std::string& error) {
+    std::ifstream in(png, std::ios::binary);
+    const std::vector<char> image((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (image.empty()) {
+        error = "cannot read " + png.u8string();
+        return false;
+    }
+    std::vector<char> bytes;
+    const auto put = [&bytes](std::uint32_t value, int count) {
+        for (int i = 0; i < count; ++i) {
+            bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFFu));
+        }
+    };
+    put(0, 2);   // reserved
+    put(1, 2);   // an icon, not a cursor
+    put(1, 2);   // one image
+    put(static_cast<std::uint32_t>(size & 0xFF), 1);   // 0 would mean 256
+    put(static_cast<std::uint32_t>(size & 0xFF), 1);
+    put(0, 1);    // no palette
+    put(0, 1);    // reserved
+    put(1, 2);    // colour planes
+    put(32, 2);   // bits per pixel
+    put(static_cast<std::uint32_t>(image.size()), 4);
+    put(6 + 16, 4);   // the PNG follows the directory
+    bytes.insert(bytes.end(), image.begin(), image.end());
+    std::ofstream out(ico, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!out) {
+        error = "cannot write " + ico.u8string();
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool writeImages(const fs::path& gameDir, const std::string& fontPath, std::string& error) {
     const fs::path images = gameDir / "assets" / "images";
     IMG_Init(IMG_INIT_PNG);
     const bool ok = writeIcon(images / "app_icon.png", error) &&
+                    writeIco(images / "app_icon.png", images / "app_icon.ico", 128, error) &&
                     writeStudioLogo(images / "studio_logo.png", fontPath, error);
     IMG_Quit();
     return ok;

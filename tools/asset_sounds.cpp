@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <vector>
 
@@ -407,9 +408,10 @@ Buffer studioSting() {
 
 // The title tune: 90 BPM in A minor over Am9, Fmaj7, Dm7, E7, two bars each,
 // an office clock ticking on the beats. 90 BPM gives exactly 14700 samples a
-// beat at 22050 Hz, so the 32 beats loop on a sample boundary.
+// beat at 22050 Hz, so the 64 beats loop on a sample boundary.
 Buffer titleTune() {
-    constexpr int kBeats = 32;
+    constexpr int kCycleBeats = 32;
+    constexpr int kBeats = 2 * kCycleBeats;
     constexpr double kBeat = 60.0 / 90.0;
     Buffer out(kMusicRate, static_cast<std::size_t>(kBeats) * 14700, true);
 
@@ -423,26 +425,6 @@ Buffer titleTune() {
         {38.0, {53.0, 57.0, 60.0, 62.0}},         // Dm7
         {40.0, {56.0, 59.0, 62.0, 64.0}},         // E7
     }};
-    for (std::size_t c = 0; c < chords.size(); ++c) {
-        const double bar = static_cast<double>(c) * 8.0 * kBeat;
-        pad(out, bar, 8.0 * kBeat, chords[c].tones, 0.09, 900.0, 0.6, 1.5);
-        // Bass: a lazy syncopation, jumping the octave at the end of the
-        // second bar to lean into the next chord.
-        for (int b = 0; b < 2; ++b) {
-            const double at = bar + b * 4.0 * kBeat;
-            triangle(out, at, 1.4 * kBeat, chords[c].bass, 0.35);
-            triangle(out, at + 1.5 * kBeat, 0.45 * kBeat, chords[c].bass, 0.3);
-            triangle(out, at + 2.5 * kBeat, 1.3 * kBeat, chords[c].bass + (b == 1 ? 12.0 : 0.0), 0.3);
-        }
-        // Arpeggio in eighths, up and down the chord an octave higher.
-        const std::vector<double>& tones = chords[c].tones;
-        const std::array<std::size_t, 6> walk{0, 1, 2, 3, 2, 1};
-        for (int e = 0; e < 16; ++e) {
-            const double note = tones[walk[static_cast<std::size_t>(e) % walk.size()] % tones.size()] + 12.0;
-            bell(out, bar + e * 0.5 * kBeat, note, e % 2 == 0 ? 0.1 : 0.07, 0.12);
-        }
-    }
-
     // The melody: (beat, length in beats, note).
     const std::array<std::array<double, 3>, 16> melody{{
         {0, 3, 76}, {3, 1, 74}, {4, 2, 72}, {6, 2, 71},
@@ -450,8 +432,38 @@ Buffer titleTune() {
         {16, 3, 74}, {19, 1, 77}, {20, 2, 76}, {22, 1, 74}, {23, 1, 72},
         {24, 4, 71}, {28, 2, 68}, {30, 2, 71},
     }};
-    for (const auto& [beat, length, note] : melody) {
-        pulse(out, beat * kBeat, length * kBeat * 0.95, note, 0.12, 0.5, 1500.0, 0.006);
+
+    // Two passes of the progression: the first states the tune, the second
+    // hands it to a lower, hollower voice over the same chords, so the loop
+    // does not wear thin while the player sits at the menu.
+    for (int pass = 0; pass < 2; ++pass) {
+        const double cycle = pass * kCycleBeats * kBeat;
+        for (std::size_t c = 0; c < chords.size(); ++c) {
+            const double bar = cycle + static_cast<double>(c) * 8.0 * kBeat;
+            pad(out, bar, 8.0 * kBeat, chords[c].tones, 0.09, 900.0, 0.6, 1.5);
+            // Bass: a lazy syncopation, jumping the octave at the end of the
+            // second bar to lean into the next chord.
+            for (int b = 0; b < 2; ++b) {
+                const double at = bar + b * 4.0 * kBeat;
+                triangle(out, at, 1.4 * kBeat, chords[c].bass, 0.35);
+                triangle(out, at + 1.5 * kBeat, 0.45 * kBeat, chords[c].bass, 0.3);
+                triangle(out, at + 2.5 * kBeat, 1.3 * kBeat, chords[c].bass + (b == 1 ? 12.0 : 0.0), 0.3);
+            }
+            // Arpeggio in eighths, up and down the chord an octave higher.
+            const std::vector<double>& tones = chords[c].tones;
+            const std::array<std::size_t, 6> walk{0, 1, 2, 3, 2, 1};
+            for (int e = 0; e < 16; ++e) {
+                const double note = tones[walk[static_cast<std::size_t>(e) % walk.size()] % tones.size()] + 12.0;
+                bell(out, bar + e * 0.5 * kBeat, note, e % 2 == 0 ? 0.1 : 0.07, 0.12);
+            }
+        }
+        for (const auto& [beat, length, note] : melody) {
+            if (pass == 0) {
+                pulse(out, cycle + beat * kBeat, length * kBeat * 0.95, note, 0.12, 0.5, 1500.0, 0.006);
+            } else {
+                pulse(out, cycle + beat * kBeat, length * kBeat * 0.9, note - 12.0, 0.13, 0.25, 1100.0, 0.01);
+            }
+        }
     }
 
     Noise noise(0x0FF1CEu);
@@ -598,14 +610,45 @@ Buffer shiftTrack(const TrackStyle& style) {
 
 }  // namespace
 
+// Encodes a WAV with a command-line encoder, then removes the WAV. The
+// encoders are deterministic for fixed options (oggenc needs its stream
+// serial fixed), so every build still writes the same bytes.
+bool encode(const std::string& command, const fs::path& wav, const fs::path& target, std::string& error,
+            bool targetFirst = false) {
+    const std::string in = "\"" + wav.u8string() + "\"";
+    const std::string out = "\"" + target.u8string() + "\"";
+    const std::string line = command + " " + (targetFirst ? out + " " + in : in + " " + out);
+    const int status = std::system(line.c_str());
+    std::error_code ignored;
+    fs::remove(wav, ignored);
+    if (status != 0) {
+        error = "encoding " + target.filename().u8string() + " failed (" + command +
+                "); scripts/setup.sh installs lame and vorbis-tools";
+        return false;
+    }
+    return true;
+}
+
+bool writeMusic(const fs::path& path, Buffer sound, std::string& error) {
+    fs::path wav = path;
+    wav += ".tmp.wav";
+    if (!writeWav(wav, std::move(sound), 0.8, error)) {
+        return false;
+    }
+    if (path.extension() == ".mp3") {
+        return encode("lame --quiet --noreplaygain -m m -b 64", wav, path, error);
+    }
+    return encode("oggenc --quiet --serial 20260101 -q 2 -o", wav, path, error, true);
+}
+
 bool writeSounds(const fs::path& gameDir, std::string& error) {
     const fs::path audio = gameDir / "assets" / "audio";
     const fs::path music = gameDir / "data" / "music";
 
     const std::array<TrackStyle, 3> tracks{{
-        {"shift-01.wav", 140, 64, {0, 5, 2, 6}, 0x5A1F7001u, 0.25, "IACBCO"},    // E minor
-        {"shift-02.wav", 150, 62, {0, 3, 6, 4}, 0x5A1F7002u, 0.5, "IAABBCO"},    // D minor
-        {"shift-03.wav", 126, 67, {0, 5, 3, 4}, 0x5A1F7003u, 0.125, "IABACO"},   // G minor
+        {"shift-01.ogg", 140, 64, {0, 5, 2, 6}, 0x5A1F7001u, 0.25, "IACBCABACBO"},    // E minor
+        {"shift-02.ogg", 150, 62, {0, 3, 6, 4}, 0x5A1F7002u, 0.5, "IAABBCABACBO"},    // D minor
+        {"shift-03.ogg", 126, 67, {0, 5, 3, 4}, 0x5A1F7003u, 0.125, "IABACBCABO"},    // G minor
     }};
 
     bool ok = writeWav(audio / "tick.wav", clockKnock(1250.0, 2900.0, 0.012), 0.55, error) &&
@@ -615,9 +658,9 @@ bool writeSounds(const fs::path& gameDir, std::string& error) {
               writeWav(audio / "fail.wav", failBuzzer(), 0.5, error) &&
               writeWav(audio / "click.wav", uiClick(), 0.5, error) &&
               writeWav(audio / "zembrilux-sting.wav", studioSting(), 0.85, error) &&
-              writeWav(music / "vorn-title.wav", titleTune(), 0.8, error);
+              writeMusic(music / "vorn-title.mp3", titleTune(), error);
     for (const TrackStyle& style : tracks) {
-        ok = ok && writeWav(music / style.file, shiftTrack(style), 0.8, error);
+        ok = ok && writeMusic(music / style.file, shiftTrack(style), error);
     }
     return ok;
 }

@@ -28,6 +28,9 @@ namespace vorn {
 constexpr const char* kGameName = "The Vorn Co.";
 constexpr const char* kBuild = "v0.01";
 
+// The low 32 bits of the steady clock in nanoseconds: a new seed every run.
+std::uint32_t steadyClockSeed();
+
 class Application {
 public:
     Application() = default;
@@ -99,6 +102,9 @@ public:
     std::int32_t menuIndex = 0;
     bool timeWarning = false;
     bool cardAwarded = false;
+    // Where a run started from the menu takes its seed: the steady clock's
+    // low 32 bits. Tests replay a run by putting a fixed seed here.
+    std::uint32_t (*seedSource)() = steadyClockSeed;
 };
 
 struct MenuItem {

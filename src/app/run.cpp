@@ -28,12 +28,14 @@ constexpr double kOvertimeMultiplier = 0.7;
 
 double randomUnit(Rng& rng) { return uniformReal(rng); }
 
-void Application::startRun(Difficulty d) {
+std::uint32_t steadyClockSeed() {
     const auto now = std::chrono::duration_cast<std::chrono::nanoseconds>(
                          std::chrono::steady_clock::now().time_since_epoch())
                          .count();
-    startRunWithSeed(d, static_cast<std::uint32_t>(now));
+    return static_cast<std::uint32_t>(now);
 }
+
+void Application::startRun(Difficulty d) { startRunWithSeed(d, seedSource()); }
 
 void Application::startRunWithSeed(Difficulty d, std::uint32_t seed) {
     difficulty = d;

@@ -197,3 +197,60 @@ TEST_F(Notices, EscapeDismissesTheVictoryNotice) {
 
 }  // namespace
 }  // namespace vorn::test
+
+namespace vorn::test {
+namespace {
+
+// A WAV of `seconds` of quiet 8-bit mono at 8 kHz: long enough to outlast
+// the splash, small enough to write in a test.
+std::string longWav(int seconds) {
+    const std::uint32_t samples = 8000u * static_cast<std::uint32_t>(seconds);
+    std::string bytes = "RIFF";
+    const auto put = [&bytes](std::uint32_t v, int n) {
+        for (int i = 0; i < n; ++i) {
+            bytes.push_back(static_cast<char>((v >> (8 * i)) & 0xFFu));
+        }
+    };
+    put(36 + samples, 4);
+    bytes += "WAVEfmt ";
+    put(16, 4);
+    put(1, 2);      // PCM
+    put(1, 2);      // mono
+    put(8000, 4);
+    put(8000, 4);   // bytes per second
+    put(1, 2);
+    put(8, 2);
+    bytes += "data";
+    put(samples, 4);
+    for (std::uint32_t i = 0; i < samples; ++i) {
+        bytes.push_back(static_cast<char>(128 + ((i / 20) % 2 == 0 ? 8 : -8)));
+    }
+    return bytes;
+}
+
+TEST(SplashWithALongSting, RevealsAtOnceAndIsCutSixSecondsAfterTheReveal) {
+    GameFolderOptions options;
+    options.shipAssets = false;
+    options.catalogue = catalogueOf({{1, "a", 20}});
+    options.prepare = [](const TempDir& dir) {
+        dir.write("assets/audio/zembrilux-sting.wav", longWav(12));
+    };
+    HeadlessApp headless("long_sting", options);
+    ASSERT_TRUE(headless.started);
+    Application& app = headless.app;
+    InputDriver driver(app);
+    ASSERT_TRUE(app.audio.isMusicPlaying()) << "the sting did not start";
+    constexpr double kFrame = 1.0 / 32;
+    driver.frame(kFrame);
+    // The sting is playing, so the logo shows on the first frame.
+    EXPECT_TRUE(app.splashRevealed);
+    EXPECT_DOUBLE_EQ(app.splashRevealAt, kFrame);
+    driver.frames(191, kFrame);   // 5.97 s after the reveal; the 12 s sting plays on
+    EXPECT_EQ(app.screen, GameScreen::splash);
+    EXPECT_TRUE(app.audio.isMusicPlaying());
+    driver.frame(kFrame);   // 6.0 s after the reveal: cut short
+    EXPECT_EQ(app.screen, GameScreen::title);
+}
+
+}  // namespace
+}  // namespace vorn::test

@@ -112,6 +112,38 @@ TEST(Diagnostics, FreshInstallWithoutMusicReportsEveryRowInOrder) {
     EXPECT_EQ(report(install.input()), expected);
 }
 
+TEST(Diagnostics, TheShippedGameFolderHasEveryRowPresent) {
+    // The build's own game folder: every asset, the title tune and at least
+    // three gameplay tracks, so no row may say MISS, part or none.
+    const fs::path game = fs::u8path(VORN_GAME_DIR);
+    DiagnosticsInput in;
+    in.assetsPath = utf8(game / "assets");
+    in.musicPath = utf8(game / "data" / "music");
+    in.audioOpen = true;
+    in.levelCount = 38;
+    in.timesFired = 0;
+    in.clockInCards = 1;
+    in.lastDifficulty = 3;
+    const std::vector<std::string> rows = report(in);
+    ASSERT_EQ(rows.size(), 13u);
+    const std::vector<std::string> expected{
+        "DIAG: audio device      [ OK ]",
+        "DIAG: font (game)        [ OK ]  " + utf8(game / "assets/fonts/game.ttf"),
+        "DIAG: font (display)     [ OK ]  " + utf8(game / "assets/fonts/display.ttf"),
+        "DIAG: studio logo        [ OK ]  " + utf8(game / "assets/images/studio_logo.png"),
+        "DIAG: app icon (png)     [ OK ]  " + utf8(game / "assets/images/app_icon.png"),
+        "DIAG: app icon (ico)     [ OK ]  " + utf8(game / "assets/images/app_icon.ico"),
+        "DIAG: intro sting       [ OK ] (ogg=0 mp3=0 wav=1)",
+        "DIAG: sfx (.wav)        [ OK ] (6/6 present)",
+        "DIAG: title music       [ OK ]  (vorn-title.{ogg,mp3,wav})",
+        "DIAG: playlist tracks   [ OK ]  (3 in data/music)",
+        "DIAG: levels loaded     [ OK ]  (38 stations)",
+        "DIAG: save: timesFired=0 clockInCards=1 hasContinue=yes lastDiff=VORN",
+        "DIAG: --- end of startup diagnostics ---",
+    };
+    EXPECT_EQ(rows, expected);
+}
+
 TEST(Diagnostics, ClosedAudioDeviceIsAFail) {
     Install install("diag_no_audio");
     DiagnosticsInput in = install.input();

@@ -6,6 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <unistd.h>
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <fstream>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -48,29 +53,77 @@ TEST_F(GeneratedAssetsAudio, EffectsAreShortAndLoad) {
     }
 }
 
-TEST_F(GeneratedAssetsAudio, StingIsAThreeToFourSecondWav) {
+TEST_F(GeneratedAssetsAudio, StingIsATwoToFourSecondWav) {
     const fs::path file = kGameDir / "assets" / "audio" / "zembrilux-sting.wav";
     Mix_Chunk* chunk = Mix_LoadWAV(file.u8string().c_str());
     ASSERT_NE(chunk, nullptr) << SDL_GetError();
-    EXPECT_GE(chunkSeconds(chunk), 3.0);
-    EXPECT_LE(chunkSeconds(chunk), 4.5);
+    EXPECT_GE(chunkSeconds(chunk), 2.0);
+    EXPECT_LE(chunkSeconds(chunk), 4.0);
     Mix_FreeChunk(chunk);
 }
 
-TEST_F(GeneratedAssetsAudio, MusicLoadsWithTheIntendedLengths) {
+TEST_F(GeneratedAssetsAudio, TitleIsAnMp3AndTheGameplayTracksAreOgg) {
+    // The .mp3 form keeps the title out of the gameplay playlist.
     const fs::path music = kGameDir / "data" / "music";
-    Mix_Music* title = Mix_LoadMUS((music / "vorn-title.wav").u8string().c_str());
+    Mix_Music* title = Mix_LoadMUS((music / "vorn-title.mp3").u8string().c_str());
     ASSERT_NE(title, nullptr) << SDL_GetError();
-    EXPECT_GE(Mix_MusicDuration(title), 20.0);
-    EXPECT_LE(Mix_MusicDuration(title), 30.0);
+    EXPECT_EQ(Mix_GetMusicType(title), MUS_MP3);
+    EXPECT_GE(Mix_MusicDuration(title), 30.0);
+    EXPECT_LE(Mix_MusicDuration(title), 90.0);
     Mix_FreeMusic(title);
 
-    for (const char* name : {"shift-01.wav", "shift-02.wav", "shift-03.wav"}) {
-        Mix_Music* track = Mix_LoadMUS((music / name).u8string().c_str());
+    int tracks = 0;
+    for (const auto& entry : fs::directory_iterator(music)) {
+        const std::string name = entry.path().filename().u8string();
+        if (name == "vorn-title.mp3") {
+            continue;
+        }
+        ++tracks;
+        EXPECT_EQ(entry.path().extension(), ".ogg") << name;
+        Mix_Music* track = Mix_LoadMUS(entry.path().u8string().c_str());
         ASSERT_NE(track, nullptr) << name << ": " << SDL_GetError();
-        EXPECT_GE(Mix_MusicDuration(track), 30.0) << name;
-        EXPECT_LE(Mix_MusicDuration(track), 45.0) << name;
+        EXPECT_EQ(Mix_GetMusicType(track), MUS_OGG) << name;
+        EXPECT_GE(Mix_MusicDuration(track), 60.0) << name;
+        EXPECT_LE(Mix_MusicDuration(track), 120.0) << name;
         Mix_FreeMusic(track);
+    }
+    EXPECT_GE(tracks, 3);
+}
+
+// Loudness of a decoded sound in the mixer's 16-bit format: root mean
+// square and the largest sample, both as fractions of full scale.
+struct Level16 {
+    double rms = 0.0;
+    double peak = 0.0;
+};
+
+Level16 levelOf(const Mix_Chunk* chunk) {
+    const auto* samples = reinterpret_cast<const std::int16_t*>(chunk->abuf);
+    const std::size_t count = chunk->alen / 2;
+    double sum = 0.0;
+    double peak = 0.0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double v = samples[i] / 32768.0;
+        sum += v * v;
+        peak = std::max(peak, std::abs(v));
+    }
+    return Level16{count > 0 ? std::sqrt(sum / static_cast<double>(count)) : 0.0, peak};
+}
+
+TEST_F(GeneratedAssetsAudio, EverySoundIsAudibleAndNoneClips) {
+    const fs::path audio = kGameDir / "assets" / "audio";
+    const fs::path music = kGameDir / "data" / "music";
+    for (const fs::path& file :
+         {audio / "tick.wav", audio / "tock.wav", audio / "siren.wav", audio / "pass.wav", audio / "fail.wav",
+          audio / "click.wav", audio / "zembrilux-sting.wav", music / "vorn-title.mp3", music / "shift-01.ogg",
+          music / "shift-02.ogg", music / "shift-03.ogg"}) {
+        // The mixer decodes Ogg and MP3 into a chunk as readily as WAV.
+        Mix_Chunk* chunk = Mix_LoadWAV(file.u8string().c_str());
+        ASSERT_NE(chunk, nullptr) << file << ": " << SDL_GetError();
+        const Level16 level = levelOf(chunk);
+        EXPECT_GT(level.rms, 0.02) << file;     // not silent
+        EXPECT_LT(level.peak, 0.995) << file;   // headroom left: no clipping
+        Mix_FreeChunk(chunk);
     }
 }
 
@@ -119,6 +172,47 @@ TEST(GeneratedAssetsImages, IconIsASquareWithTransparentCorners) {
     EXPECT_EQ(icon.surface->h, 128);
     EXPECT_EQ(icon.alphaAt(0, 0), 0);
     EXPECT_EQ(icon.alphaAt(64, 64), 255);
+}
+
+TEST(GeneratedAssetsImages, TheWindowsIconWrapsTheSamePicture) {
+    std::ifstream ico(kGameDir / "assets" / "images" / "app_icon.ico", std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(ico)), std::istreambuf_iterator<char>());
+    std::ifstream png(kGameDir / "assets" / "images" / "app_icon.png", std::ios::binary);
+    const std::string image((std::istreambuf_iterator<char>(png)), std::istreambuf_iterator<char>());
+    ASSERT_EQ(bytes.size(), 22 + image.size());
+    EXPECT_EQ(bytes.substr(0, 6), std::string("\0\0\1\0\1\0", 6));   // an icon with one image
+    EXPECT_EQ(static_cast<unsigned char>(bytes[6]), 128u);
+    EXPECT_EQ(bytes.substr(22), image);
+}
+
+std::string fileBytes(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+TEST(GeneratedAssets, TwoGeneratorRunsWriteIdenticalBytes) {
+    const fs::path base = fs::temp_directory_path() / ("vorn-assets-" + std::to_string(::getpid()));
+    const fs::path first = base / "one";
+    const fs::path second = base / "two";
+    for (const fs::path& dir : {first, second}) {
+        const std::string command = std::string("\"") + VORN_ASSET_GENERATOR + "\" \"" + dir.u8string() + "\" \"" +
+                                    VORN_DISPLAY_FONT_FILE + "\"";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    }
+    int files = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(first)) {
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        ++files;
+        const fs::path twin = second / fs::relative(entry.path(), first);
+        EXPECT_EQ(fileBytes(entry.path()), fileBytes(twin)) << twin;
+        // And the build's own copy is the same again.
+        EXPECT_EQ(fileBytes(entry.path()), fileBytes(kGameDir / fs::relative(entry.path(), first)))
+            << fs::relative(entry.path(), first);
+    }
+    EXPECT_EQ(files, 14);
+    fs::remove_all(base);
 }
 
 TEST(GeneratedAssetsImages, StudioLogoIsAWideWordmarkOnTransparency) {
