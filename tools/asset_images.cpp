@@ -1,5 +1,7 @@
 #include "asset_images.h"
 
+#include "byte_files.h"
+
 #include <SDL.h>
 #include <SDL_image.h>
 #include <SDL_ttf.h>
@@ -389,11 +391,7 @@ bool writeIco(const fs::path& png, const fs::path& ico, int size, std::string& e
         return false;
     }
     std::vector<char> bytes;
-    const auto put = [&bytes](std::uint32_t value, int count) {
-        for (int i = 0; i < count; ++i) {
-            bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFFu));
-        }
-    };
+    const auto put = [&bytes](std::uint32_t value, int count) { putLe(bytes, value, count); };
     put(0, 2);   // reserved
     put(1, 2);   // an icon, not a cursor
     put(1, 2);   // one image
@@ -406,13 +404,7 @@ bool writeIco(const fs::path& png, const fs::path& ico, int size, std::string& e
     put(static_cast<std::uint32_t>(image.size()), 4);
     put(6 + 16, 4);   // the PNG follows the directory
     bytes.insert(bytes.end(), image.begin(), image.end());
-    std::ofstream out(ico, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out) {
-        error = "cannot write " + ico.u8string();
-        return false;
-    }
-    return true;
+    return writeBytes(ico, bytes, error);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "asset_sounds.h"
 
+#include "byte_files.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -207,12 +209,6 @@ void hat(Buffer& out, double start, double gain, double decay, Noise& noise) {
 
 // ---- files ----------------------------------------------------------------
 
-void putLe(std::vector<char>& bytes, std::uint32_t value, int size) {
-    for (int i = 0; i < size; ++i) {
-        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFFu));
-    }
-}
-
 // Writes 16-bit mono PCM, scaled so the loudest sample reaches `peak`. A
 // one-shot sound gets a 3 ms fade at its end so it never stops on a click.
 bool writeWav(const fs::path& path, Buffer sound, double peak, std::string& error) {
@@ -252,14 +248,7 @@ bool writeWav(const fs::path& path, Buffer sound, double peak, std::string& erro
         bytes[header + 2 * i] = static_cast<char>(word & 0xFFu);
         bytes[header + 2 * i + 1] = static_cast<char>(word >> 8);
     }
-
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out) {
-        error = "cannot write " + path.u8string();
-        return false;
-    }
-    return true;
+    return writeBytes(path, bytes, error);
 }
 
 Buffer oneShot(double seconds) {
