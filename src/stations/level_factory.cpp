@@ -21,6 +21,12 @@ struct FactoryEntry {
 // One line per station kind. A kind whose class is not written yet is simply
 // absent and falls back to the generic station.
 const std::vector<FactoryEntry> kStations = {
+    {"eula", make<EulaLevel>},
+    {"settings", make<SettingsLevel>},
+    {"quiz", make<QuizLevel>},
+    {"stroop", make<StroopLevel>},
+    {"stamp", make<StampLevel>},
+    {"reverse", make<ReverseLevel>},
 };
 
 }  // namespace

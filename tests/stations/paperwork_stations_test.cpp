@@ -1,7 +1,9 @@
-// The paperwork family: for now the generic odd-tile station.
+// The paperwork family: the agreement, the settings page, the exam, the
+// reading test, the stamps, the backwards conveyor and the odd tile.
 
 #include "audio/audio_system.h"
 #include "data/level_catalogue.h"
+#include "stations/level_factory.h"
 #include "stations/paperwork_stations.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
@@ -9,8 +11,601 @@
 
 #include <gtest/gtest.h>
 
+#include <SDL_mixer.h>
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
 namespace vorn {
 namespace {
+
+// One station driven directly: set up in the game's play area with a seeded
+// engine, updated with hand-filled input and a never-opened (silent) audio.
+template <typename T>
+struct Desk {
+    explicit Desk(std::uint32_t seed = 5489, std::int32_t number = 0) : rng(seed) {
+        LevelDef def;
+        def.number = number;
+        level.setup(def, rng, kPlayArea);
+    }
+
+    LevelResult press(int x, int y, double dt = 0.0) {
+        in.mouseX = x;
+        in.mouseY = y;
+        in.mousePressed = true;
+        in.mouseDown = true;
+        const LevelResult r = level.update(dt, in, silent);
+        in.mousePressed = false;
+        in.mouseDown = false;
+        return r;
+    }
+    LevelResult pressCentre(const Rect& r) { return press(r.x + r.w / 2, r.y + r.h / 2); }
+    LevelResult idle(double dt) { return level.update(dt, in, silent); }
+
+    T level;
+    Rng rng;
+    AudioSystem silent;
+    InputState in;
+};
+
+// The raw outputs a fresh engine of this seed gives, in order.
+std::uint32_t nthRaw(std::uint32_t seed, int n) {
+    Rng ref(seed);
+    ref.discard(static_cast<unsigned long long>(n));
+    return static_cast<std::uint32_t>(ref());
+}
+
+Rng advanced(std::uint32_t seed, int draws) {
+    Rng ref(seed);
+    ref.discard(static_cast<unsigned long long>(draws));
+    return ref;
+}
+
+// A canvas with the station drawn on black.
+struct Drawn {
+    template <typename T>
+    explicit Drawn(T& level, bool fonts = false) {
+        if (fonts) {
+            canvas.useGameFonts();
+        }
+        canvas.fill(rgb(0, 0, 0));
+        level.render(canvas.graphics);
+    }
+    Color at(int x, int y) const { return canvas.pixel(x, y); }
+    test::SoftwareCanvas canvas;
+};
+
+constexpr int kCx = 683;   // 263 + 840 / 2
+constexpr int kTop = 190;  // the play area's top edge
+
+TEST(PaperworkFactory, EachTypeStringMakesItsOwnStation) {
+    EXPECT_NE(dynamic_cast<EulaLevel*>(createLevel("eula").get()), nullptr);
+    EXPECT_NE(dynamic_cast<SettingsLevel*>(createLevel("settings").get()), nullptr);
+    EXPECT_NE(dynamic_cast<QuizLevel*>(createLevel("quiz").get()), nullptr);
+    EXPECT_NE(dynamic_cast<StroopLevel*>(createLevel("stroop").get()), nullptr);
+    EXPECT_NE(dynamic_cast<StampLevel*>(createLevel("stamp").get()), nullptr);
+    EXPECT_NE(dynamic_cast<ReverseLevel*>(createLevel("reverse").get()), nullptr);
+    EXPECT_NE(dynamic_cast<GenericLevel*>(createLevel("Quiz").get()), nullptr);
+    EXPECT_NE(dynamic_cast<GenericLevel*>(createLevel("oddtile").get()), nullptr);
+}
+
+TEST(PaperworkDefaults, ConstructorsSetTheFamilysOwnDefaults) {
+    EXPECT_EQ(EulaLevel{}.lineCount, 18);
+    EXPECT_FALSE(SettingsLevel{}.enabled);
+    EXPECT_EQ(QuizLevel{}.count, 4);
+    EXPECT_EQ(GenericLevel{}.count, 6);
+    EXPECT_DOUBLE_EQ(ReverseLevel{}.position, 0.5);
+}
+
+// ---------------------------------------------------------------------------
+// The agreement
+
+TEST(EulaStation, LayoutAndTheExitLineIsThreeLowBitsOfOneDrawPlusSix) {
+    for (std::uint32_t seed : {1u, 2u, 3u, 77u, 5489u}) {
+        Desk<EulaLevel> d(seed);
+        EXPECT_EQ(d.level.exitLine, static_cast<int>(nthRaw(seed, 0) & 7u) + 6) << seed;
+        EXPECT_EQ(d.rng, advanced(seed, 1)) << seed;
+    }
+    Desk<EulaLevel> d;
+    EXPECT_DOUBLE_EQ(d.level.scroll, 0.0);
+    EXPECT_EQ(d.level.lineCount, 18);
+    EXPECT_EQ(d.level.viewHeight, 340);
+    EXPECT_EQ(d.level.agreeButton.x, kCx - 90);
+    EXPECT_EQ(d.level.agreeButton.y, 190 + 430 - 54);
+    EXPECT_EQ(d.level.agreeButton.w, 180);
+    EXPECT_EQ(d.level.agreeButton.h, 40);
+}
+
+TEST(EulaStation, StationsNumberedTwentyFiveOrMoreScrollAtFortyTwoInsteadOfTwentySix) {
+    Desk<EulaLevel> early(1, 24);
+    Desk<EulaLevel> late(1, 25);
+    EXPECT_DOUBLE_EQ(early.level.speed, 26.0);
+    EXPECT_DOUBLE_EQ(late.level.speed, 42.0);
+    early.idle(1.0);
+    late.idle(1.0);
+    EXPECT_DOUBLE_EQ(early.level.scroll, 26.0);
+    EXPECT_DOUBLE_EQ(late.level.scroll, 42.0);
+}
+
+TEST(EulaStation, ScrollWrapsAroundOnceItPassesTheWholeText) {
+    Desk<EulaLevel> d(1, 25);
+    d.level.scroll = 395.0;
+    d.idle(0.05);   // 395 + 2.1 = 397.1, one loop of 396 later
+    EXPECT_NEAR(d.level.scroll, 1.1, 1e-9);
+    d.level.scroll = 395.0;
+    d.idle(0.0);
+    EXPECT_DOUBLE_EQ(d.level.scroll, 395.0);
+}
+
+// Scrolls so the exit line sits at playArea.y + offset, wrapping if needed.
+void placeExitLine(EulaLevel& level, int offset) {
+    level.exitLine = 6;   // 132 pixels into the text
+    double s = 22.0 * 6 + 30 - offset;
+    if (s < 0) {
+        s += 396;
+    }
+    level.scroll = s;
+}
+
+TEST(EulaStation, TheExitLinePassesInsideTheBandBetweenThirtyAndThirtyPlusViewHeight) {
+    for (int offset : {31, 150, 316, 360}) {
+        Desk<EulaLevel> d;
+        placeExitLine(d.level, offset);
+        EXPECT_EQ(d.press(263 + 100, kTop + offset + 5), LevelResult::Solved) << offset;
+    }
+}
+
+TEST(EulaStation, AClickOnTheLineDrawnAtTheVeryTopDoesNothing) {
+    for (int offset : {20, 25, 30}) {
+        Desk<EulaLevel> d;
+        placeExitLine(d.level, offset);
+        // Drawn there, underlined and all...
+        Drawn shot(d.level);
+        EXPECT_EQ(shot.at(263 + 200, kTop + offset + 18), rgb(49, 156, 96)) << offset;
+        // ...and deaf to the click.
+        EXPECT_EQ(d.press(263 + 100, kTop + offset + 5), LevelResult::Running) << offset;
+    }
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 370);   // just below the band
+    EXPECT_EQ(d.press(263 + 100, kTop + 375), LevelResult::Running);
+}
+
+TEST(EulaStation, TheExitLineAnswersOnlyInItsOwnStrip) {
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 150);
+    const int ly = kTop + 150;
+    EXPECT_EQ(d.press(263 + 29, ly + 5), LevelResult::Running);
+    EXPECT_EQ(d.press(263 + 390, ly + 5), LevelResult::Running);
+    EXPECT_EQ(d.press(263 + 100, ly - 3), LevelResult::Running);
+    EXPECT_EQ(d.press(263 + 100, ly + 20), LevelResult::Running);
+    EXPECT_EQ(d.press(263 + 389, ly + 19), LevelResult::Solved);
+    Desk<EulaLevel> e;
+    placeExitLine(e.level, 150);
+    EXPECT_EQ(e.press(263 + 30, ly - 2), LevelResult::Solved);
+}
+
+TEST(EulaStation, AgreeingFails) {
+    Desk<EulaLevel> d;
+    EXPECT_EQ(d.pressCentre(d.level.agreeButton), LevelResult::Failed);
+}
+
+TEST(EulaStation, DrawsTheExitLineUnderlinedTheOthersSkippedOutsideTheBoxAndTheButton) {
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 200);
+    Drawn shot(d.level);
+    // The underline runs from x + 30 to x + 360, 18 pixels below the line.
+    EXPECT_EQ(shot.at(263 + 31, kTop + 218), rgb(49, 156, 96));
+    EXPECT_EQ(shot.at(263 + 359, kTop + 218), rgb(49, 156, 96));
+    EXPECT_EQ(shot.at(263 + 365, kTop + 218), rgb(0, 0, 0));
+    const Rect& b = d.level.agreeButton;
+    EXPECT_EQ(shot.at(b.x + 8, b.y + b.h / 2), rgb(229, 194, 96));
+    EXPECT_EQ(shot.at(b.x + b.w - 8, b.y + 10), rgb(229, 194, 96));
+
+    // A line that has scrolled past the foot of the box is not drawn at all.
+    Desk<EulaLevel> gone;
+    placeExitLine(gone.level, 365);
+    Drawn none(gone.level);
+    EXPECT_EQ(none.at(263 + 200, kTop + 365 + 18), rgb(0, 0, 0));
+}
+
+TEST(EulaStation, TextIsDrawnOnlyInsideTheBox) {
+    Desk<EulaLevel> d;
+    // Line 0 would sit right on the top edge; it is skipped, not drawn there.
+    d.level.scroll = 30.0;
+    Drawn shot(d.level, true);
+    auto inkIn = [&](int y0, int y1) {
+        int n = 0;
+        for (int y = y0; y < y1; ++y) {
+            for (int x = 263; x < 263 + 840; ++x) {
+                n += shot.at(x, y) != rgb(0, 0, 0) ? 1 : 0;
+            }
+        }
+        return n;
+    };
+    EXPECT_EQ(inkIn(kTop, kTop + 20), 0);
+    EXPECT_GT(inkIn(kTop + 20, kTop + 60), 0);
+}
+
+// ---------------------------------------------------------------------------
+// The settings page
+
+TEST(SettingsStation, LayoutStartsDisabledAndDrawsNothing) {
+    Desk<SettingsLevel> d(11);
+    EXPECT_FALSE(d.level.enabled);
+    EXPECT_EQ(d.level.toggle.x, kCx - 160);
+    EXPECT_EQ(d.level.toggle.y, kTop + 60);
+    EXPECT_EQ(d.level.toggle.w, 70);
+    EXPECT_EQ(d.level.toggle.h, 36);
+    EXPECT_EQ(d.level.proceedButton.x, kCx - 90);
+    EXPECT_EQ(d.level.proceedButton.y, kTop + 430 - 70);
+    EXPECT_EQ(d.level.proceedButton.w, 180);
+    EXPECT_EQ(d.level.proceedButton.h, 48);
+    EXPECT_EQ(d.rng, Rng(11));
+}
+
+TEST(SettingsStation, ProceedingWithTheToggleLeftOffPasses) {
+    Desk<SettingsLevel> d;
+    EXPECT_EQ(d.pressCentre(d.level.proceedButton), LevelResult::Solved);
+}
+
+TEST(SettingsStation, FlippingTheToggleTwiceAndThenProceedingPasses) {
+    Desk<SettingsLevel> d;
+    EXPECT_EQ(d.pressCentre(d.level.toggle), LevelResult::Running);
+    EXPECT_TRUE(d.level.enabled);
+    EXPECT_EQ(d.pressCentre(d.level.toggle), LevelResult::Running);
+    EXPECT_FALSE(d.level.enabled);
+    EXPECT_EQ(d.pressCentre(d.level.proceedButton), LevelResult::Solved);
+}
+
+TEST(SettingsStation, ProceedingWithTheToggleEnabledFails) {
+    Desk<SettingsLevel> d;
+    d.pressCentre(d.level.toggle);
+    EXPECT_EQ(d.pressCentre(d.level.proceedButton), LevelResult::Failed);
+}
+
+TEST(SettingsStation, TheToggleShowsItsStateByColourAndKnob) {
+    Desk<SettingsLevel> d;
+    const Rect& t = d.level.toggle;
+    const Color knob = rgb(216, 199, 156);
+    {
+        Drawn off(d.level);
+        EXPECT_EQ(off.at(t.x + 18, t.y + 18), knob);
+        EXPECT_EQ(off.at(t.x + t.w - 18, t.y + 18), rgb(99, 77, 26));
+        const Rect& p = d.level.proceedButton;
+        EXPECT_EQ(off.at(p.x + 6, p.y + p.h / 2), rgb(199, 154, 53));
+    }
+    d.pressCentre(t);
+    Drawn on(d.level);
+    EXPECT_EQ(on.at(t.x + t.w - 18, t.y + 18), knob);
+    EXPECT_EQ(on.at(t.x + 18, t.y + 18), rgb(70, 224, 138));
+}
+
+// ---------------------------------------------------------------------------
+// The safety exam
+
+TEST(QuizStation, FourBoxesAndTheAnswerIsOneDrawModuloFour) {
+    for (std::uint32_t seed : {1u, 2u, 3u, 4u, 5489u}) {
+        Desk<QuizLevel> d(seed);
+        EXPECT_EQ(d.level.answer, static_cast<int>(nthRaw(seed, 0) % 4u)) << seed;
+        EXPECT_EQ(d.rng, advanced(seed, 1)) << seed;
+    }
+    Desk<QuizLevel> d;
+    EXPECT_EQ(d.level.count, 4);
+    EXPECT_EQ(d.level.boxes[0].x, 263 + 60);
+    EXPECT_EQ(d.level.boxes[0].y, kTop + 70);
+    EXPECT_EQ(d.level.boxes[3].y, kTop + 70 + 186);
+    EXPECT_EQ(d.level.boxes[3].w, 720);
+    EXPECT_EQ(d.level.boxes[3].h, 46);
+}
+
+TEST(QuizStation, TheEmptyBoxPasses) {
+    Desk<QuizLevel> d(3);
+    EXPECT_EQ(d.pressCentre(d.level.boxes[d.level.answer]), LevelResult::Solved);
+}
+
+TEST(QuizStation, ALabelledBoxFailsAndAClickBetweenBoxesDoesNothing) {
+    Desk<QuizLevel> d(3);
+    const Rect& b = d.level.boxes[0];
+    EXPECT_EQ(d.press(b.x + 5, b.y + b.h), LevelResult::Running);   // the gap below box 0
+    EXPECT_EQ(d.pressCentre(d.level.boxes[(d.level.answer + 1) % 4]), LevelResult::Failed);
+}
+
+// The exam drawn, box by box, against a box drawn by hand with only the
+// label it should carry: A, B and C in order over the labelled boxes, and
+// nothing at all (so never "D) Both A and C") on the blank one.
+TEST(QuizStation, LabelsAreAThenBThenCAndTheEmptyBoxIsBlank) {
+    const char* const labels[] = {"A) Always", "B) Never", "C) Only on Tuesdays"};
+    test::SoftwareCanvas canvas;   // one canvas: fonts live as long as it does
+    canvas.useGameFonts();
+    for (std::uint32_t seed : {1u, 2u, 3u, 4u, 5u, 6u}) {
+        Desk<QuizLevel> d(seed);
+        canvas.fill(rgb(0, 0, 0));
+        d.level.render(canvas.graphics);
+        std::vector<Color> shot;
+        for (const Rect& b : d.level.boxes) {
+            for (int y = b.y; y < b.y + b.h; ++y) {
+                for (int x = b.x; x < b.x + b.w; ++x) {
+                    shot.push_back(canvas.pixel(x, y));
+                }
+            }
+        }
+        // The blank box really is blank, whatever the labels are.
+        const Rect& blank = d.level.boxes[d.level.answer];
+        EXPECT_EQ(canvas.pixel(blank.x + 40, blank.y + 22), rgb(109, 84, 29));
+
+        canvas.fill(rgb(0, 0, 0));
+        int next = 0;
+        for (int i = 0; i < 4; ++i) {
+            const Rect& b = d.level.boxes[i];
+            canvas.graphics.roundRect(b, 6, rgb(109, 84, 29), true);
+            if (i != d.level.answer) {
+                canvas.graphics.text(labels[next++], b.x + 16, b.y + 12, TextSize::Normal,
+                                     rgb(20, 20, 20), false, false);
+            }
+        }
+        std::size_t k = 0;
+        for (int i = 0; i < 4; ++i) {
+            const Rect& b = d.level.boxes[i];
+            int differing = 0;
+            for (int y = b.y; y < b.y + b.h; ++y) {
+                for (int x = b.x; x < b.x + b.w; ++x) {
+                    differing += shot[k++] != canvas.pixel(x, y) ? 1 : 0;
+                }
+            }
+            EXPECT_EQ(differing, 0) << "seed " << seed << " box " << i;
+        }
+    }
+}
+
+// ---------------------------------------------------------------------------
+// The reading test
+
+TEST(StroopStation, WordThenInkThenASwatchShuffleFromTheFront) {
+    for (std::uint32_t seed : {1u, 2u, 3u, 9u, 5489u}) {
+        Desk<StroopLevel> d(seed);
+        Rng ref(seed);
+        const int word = static_cast<int>(ref() & 3u);
+        int ink = static_cast<int>(ref() & 3u);
+        if (ink == word) {
+            ink = (ink + 1) & 3;
+        }
+        EXPECT_EQ(d.level.word, word) << seed;
+        EXPECT_EQ(d.level.ink, ink) << seed;
+        // Three swaps, each with one multiply-and-shift draw (no seed here
+        // lands in the tiny rejection zone).
+        int colors[4] = {0, 1, 2, 3};
+        for (int k = 1; k < 4; ++k) {
+            const std::uint64_t p = static_cast<std::uint64_t>(ref()) * static_cast<std::uint64_t>(k + 1);
+            ASSERT_GE(static_cast<std::uint32_t>(p), static_cast<std::uint32_t>(k + 1));
+            std::swap(colors[k], colors[static_cast<int>(p >> 32)]);
+        }
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(d.level.swatchColors[i], colors[i]) << seed << " swatch " << i;
+        }
+        EXPECT_EQ(d.rng, ref) << seed;
+    }
+    Desk<StroopLevel> d;
+    const int xs[] = {kCx - 256, kCx - 122, kCx + 12, kCx + 146};
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(d.level.swatches[i].x, xs[i]);
+        EXPECT_EQ(d.level.swatches[i].y, kTop + 215);
+        EXPECT_EQ(d.level.swatches[i].w, 110);
+        EXPECT_EQ(d.level.swatches[i].h, 110);
+    }
+}
+
+TEST(StroopStation, TheInkNeverMatchesTheWord) {
+    int bumped = 0;
+    for (std::uint32_t seed = 1; seed <= 400; ++seed) {
+        Desk<StroopLevel> d(seed);
+        EXPECT_NE(d.level.ink, d.level.word) << seed;
+        const int first = static_cast<int>(nthRaw(seed, 0) & 3u);
+        const int second = static_cast<int>(nthRaw(seed, 1) & 3u);
+        if (first == second) {
+            ++bumped;
+            EXPECT_EQ(d.level.ink, (second + 1) & 3) << seed;
+        }
+    }
+    EXPECT_GT(bumped, 0);   // the collision case was really exercised
+}
+
+int swatchOf(const StroopLevel& level, int color) {
+    for (int i = 0; i < 4; ++i) {
+        if (level.swatchColors[i] == color) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+TEST(StroopStation, TheWordsSwatchPassesAndTheInksSwatchFails) {
+    Desk<StroopLevel> pass(21);
+    EXPECT_EQ(pass.pressCentre(pass.level.swatches[swatchOf(pass.level, pass.level.word)]),
+              LevelResult::Solved);
+    Desk<StroopLevel> fail(21);
+    EXPECT_EQ(fail.pressCentre(fail.level.swatches[swatchOf(fail.level, fail.level.ink)]),
+              LevelResult::Failed);
+    Desk<StroopLevel> miss(21);
+    EXPECT_EQ(miss.press(kCx, kTop + 200), LevelResult::Running);
+}
+
+TEST(StroopStation, TheWordWearsTheInkAndTheSwatchesTheirColours) {
+    const Color colours[] = {rgb(255, 58, 42), rgb(70, 224, 138), rgb(255, 216, 107),
+                             rgb(120, 160, 255)};
+    for (std::uint32_t seed : {1u, 2u, 3u}) {
+        Desk<StroopLevel> d(seed);
+        Drawn shot(d.level, true);
+        for (int i = 0; i < 4; ++i) {
+            const Rect& s = d.level.swatches[i];
+            EXPECT_EQ(shot.at(s.x + 55, s.y + 55), colours[d.level.swatchColors[i]]);
+        }
+        int inkPixels = 0;
+        int wordPixels = 0;
+        for (int y = kTop; y < kTop + 110; ++y) {
+            for (int x = kCx - 200; x < kCx + 200; ++x) {
+                inkPixels += shot.at(x, y) == colours[d.level.ink] ? 1 : 0;
+                wordPixels += shot.at(x, y) == colours[d.level.word] ? 1 : 0;
+            }
+        }
+        EXPECT_GT(inkPixels, 200) << seed;
+        EXPECT_EQ(wordPixels, 0) << seed;
+    }
+}
+
+// ---------------------------------------------------------------------------
+// The stamp pads
+
+// The first seed whose first draw has its top bit as asked.
+std::uint32_t seedWithTopBit(bool set) {
+    std::uint32_t seed = 1;
+    while (((nthRaw(seed, 0) >> 31) != 0u) != set) {
+        ++seed;
+    }
+    return seed;
+}
+
+TEST(StampStation, TheTopBitOfOneDrawSwapsThePads) {
+    for (bool set : {false, true}) {
+        const std::uint32_t seed = seedWithTopBit(set);
+        Desk<StampLevel> d(seed);
+        EXPECT_EQ(d.level.swapped, set);
+        EXPECT_EQ(d.rng, advanced(seed, 1));
+        EXPECT_EQ(d.level.leftPad.x, 263 + 210 - 90);
+        EXPECT_EQ(d.level.rightPad.x, 263 + 630 - 90);
+        EXPECT_EQ(d.level.leftPad.y, kTop + 215 - 70);
+        EXPECT_EQ(d.level.rightPad.y, kTop + 215 - 70);
+        EXPECT_EQ(d.level.rightPad.w, 180);
+        EXPECT_EQ(d.level.rightPad.h, 140);
+    }
+}
+
+TEST(StampStation, RejectedPassesApprovedFailsOnEitherSide) {
+    for (bool set : {false, true}) {
+        Desk<StampLevel> pass(seedWithTopBit(set));
+        const Rect& rejected = set ? pass.level.leftPad : pass.level.rightPad;
+        EXPECT_EQ(pass.press(kCx, kTop + 215), LevelResult::Running);   // between the pads
+        EXPECT_EQ(pass.pressCentre(rejected), LevelResult::Solved);
+        Desk<StampLevel> fail(seedWithTopBit(set));
+        const Rect& approved = set ? fail.level.rightPad : fail.level.leftPad;
+        EXPECT_EQ(fail.pressCentre(approved), LevelResult::Failed);
+    }
+}
+
+TEST(StampStation, RejectedIsDarkRedAndApprovedDarkGreen) {
+    for (bool set : {false, true}) {
+        Desk<StampLevel> d(seedWithTopBit(set));
+        Drawn shot(d.level);
+        const Rect& l = d.level.leftPad;
+        const Rect& r = d.level.rightPad;
+        const Color redPad = rgb(153, 34, 25);
+        const Color greenPad = rgb(42, 134, 82);
+        EXPECT_EQ(shot.at(l.x + 10, l.y + 10), set ? redPad : greenPad);
+        EXPECT_EQ(shot.at(r.x + 10, r.y + 10), set ? greenPad : redPad);
+    }
+}
+
+// ---------------------------------------------------------------------------
+// The backwards conveyor
+
+TEST(ReverseStation, TheMarkIsOneDrawsLowBitAndTheLayoutIsFixed) {
+    for (std::uint32_t seed : {1u, 2u, 3u, 4u, 5489u}) {
+        Desk<ReverseLevel> d(seed);
+        EXPECT_DOUBLE_EQ(d.level.target, (nthRaw(seed, 0) & 1u) == 1u ? 0.12 : 0.88) << seed;
+        EXPECT_EQ(d.rng, advanced(seed, 1)) << seed;
+    }
+    Desk<ReverseLevel> d;
+    EXPECT_DOUBLE_EQ(d.level.position, 0.5);
+    EXPECT_EQ(d.level.leftButton.x, kCx - 170);
+    EXPECT_EQ(d.level.rightButton.x, kCx + 30);
+    EXPECT_EQ(d.level.rightButton.y, kTop + 430 - 60);
+    EXPECT_EQ(d.level.rightButton.w, 140);
+    EXPECT_EQ(d.level.rightButton.h, 44);
+    EXPECT_EQ(d.level.track.x, 263 + 60);
+    EXPECT_EQ(d.level.track.y, kTop + 215 - 10);
+    EXPECT_EQ(d.level.track.w, 720);
+    EXPECT_EQ(d.level.track.h, 20);
+}
+
+TEST(ReverseStation, FivePressesOfLeftReachNinetyHundredthsAndPassForTheRightMark) {
+    Desk<ReverseLevel> d;
+    d.level.target = 0.88;
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Running);
+    }
+    EXPECT_NEAR(d.level.position, 0.82, 1e-9);
+    EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Solved);
+    EXPECT_NEAR(d.level.position, 0.90, 1e-9);
+}
+
+TEST(ReverseStation, FivePressesOfRightReachTenHundredthsAndPassForTheLeftMark) {
+    Desk<ReverseLevel> d;
+    d.level.target = 0.12;
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(d.pressCentre(d.level.rightButton), LevelResult::Running);
+    }
+    EXPECT_EQ(d.pressCentre(d.level.rightButton), LevelResult::Solved);
+    EXPECT_NEAR(d.level.position, 0.10, 1e-9);
+}
+
+TEST(ReverseStation, AtTheEndsTheKnobClampsAndLaterStepsFallOnOtherValues) {
+    Desk<ReverseLevel> d;
+    d.level.target = 0.88;
+    for (int i = 0; i < 6; ++i) {
+        d.pressCentre(d.level.rightButton);
+    }
+    EXPECT_NEAR(d.level.position, 0.02, 1e-9);
+    d.pressCentre(d.level.rightButton);
+    EXPECT_DOUBLE_EQ(d.level.position, 0.0);
+    // From 0 the steps land on 0.08, 0.16, ... and reach 0.88 itself.
+    for (int i = 1; i <= 10; ++i) {
+        EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Running) << i;
+        EXPECT_NEAR(d.level.position, 0.08 * i, 1e-9);
+    }
+    EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Solved);
+    EXPECT_NEAR(d.level.position, 0.88, 1e-9);
+
+    Desk<ReverseLevel> up;
+    up.level.target = 0.12;
+    for (int i = 0; i < 7; ++i) {
+        up.pressCentre(up.level.leftButton);
+    }
+    EXPECT_DOUBLE_EQ(up.level.position, 1.0);
+    up.pressCentre(up.level.rightButton);
+    EXPECT_NEAR(up.level.position, 0.92, 1e-9);
+}
+
+TEST(ReverseStation, TheButtonThatPointsAtTheMarkMovesTheKnobAwayAndNeverFails) {
+    Desk<ReverseLevel> d;
+    d.level.target = 0.88;   // the mark is on the right
+    for (int i = 0; i < 12; ++i) {
+        EXPECT_EQ(d.pressCentre(d.level.rightButton), LevelResult::Running);
+    }
+    EXPECT_DOUBLE_EQ(d.level.position, 0.0);
+    EXPECT_EQ(d.press(kCx, kTop + 20), LevelResult::Running);
+    EXPECT_DOUBLE_EQ(d.level.position, 0.0);
+}
+
+TEST(ReverseStation, DrawsTrackMarkKnobAndButtons) {
+    Desk<ReverseLevel> d;
+    d.level.target = 0.12;
+    d.level.position = 0.75;
+    Drawn shot(d.level);
+    const Rect& t = d.level.track;
+    const int markX = t.x - 4 + static_cast<int>(720 * 0.12);   // 405
+    EXPECT_EQ(shot.at(markX + 4, t.y - 6), rgb(70, 224, 138));
+    EXPECT_EQ(shot.at(markX + 4, t.y + t.h + 6), rgb(70, 224, 138));
+    EXPECT_EQ(shot.at(t.x + 540, t.y + 10), rgb(255, 58, 42));      // knob at 323 + 540
+    EXPECT_EQ(shot.at(t.x + 540 + 17, t.y + 10), rgb(30, 30, 30));  // track beyond it
+    EXPECT_EQ(shot.at(t.x + 300, t.y + 10), rgb(30, 30, 30));
+    const Rect& l = d.level.leftButton;
+    EXPECT_EQ(shot.at(l.x + 6, l.y + 6), rgb(139, 107, 37));
+    const Rect& r = d.level.rightButton;
+    EXPECT_EQ(shot.at(r.x + r.w - 6, r.y + r.h - 6), rgb(139, 107, 37));
+}
+
+// ---------------------------------------------------------------------------
+// The odd tile
 
 struct GenericStation : ::testing::Test {
     GenericLevel level;
@@ -83,23 +678,120 @@ TEST_F(GenericStation, TheOddTileIsToldOnlyByItsShade) {
 namespace vorn::test {
 namespace {
 
+// A player who clicks one fixed place, over and over: the obvious wrong move.
+struct Clicker final : Solver {
+    Clicker(int x, int y) : x(x), y(y) {}
+    Intent decide(const Level&, const Hand& hand, double) override { return clickAt(hand, x, y); }
+    int x;
+    int y;
+};
+
+Clicker centreOf(const Rect& r) { return Clicker(r.x + r.w / 2, r.y + r.h / 2); }
+
+bool clickSounded(const StationBench& bench) {
+    return bench.audio.click != nullptr && Mix_Playing(4) != 0 && Mix_GetChunk(4) == bench.audio.click;
+}
+
+TEST(PaperworkSolvers, ClearTheAgreementOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("eula"), "");
+}
+
+TEST(PaperworkSolvers, ClearTheSettingsPageOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("settings"), "");
+}
+
+TEST(PaperworkSolvers, ClearTheExamOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("quiz"), "");
+}
+
+TEST(PaperworkSolvers, ClearTheReadingTestOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("stroop"), "");
+}
+
+TEST(PaperworkSolvers, ClearTheStampsOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("stamp"), "");
+}
+
+TEST(PaperworkSolvers, ClearTheBackwardsConveyorOnEveryDifficulty) {
+    EXPECT_EQ(unsolvedRuns("reverse"), "");
+}
+
 TEST(GenericSolver, ClearsTheOddTileStationOnEveryDifficulty) {
     EXPECT_EQ(unsolvedRuns("oddtile"), "");
 }
 
-TEST(GenericSolver, ClickingAPlainTileFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("oddtile"), 7);
-    const auto& level = dynamic_cast<const GenericLevel&>(*bench.station);
-    const Rect& b = level.boxes[(level.answer + 3) % 6];
-    struct Wrong final : Solver {
-        Rect box;
-        Intent decide(const Level&, const Hand& hand, double) override {
-            return clickAt(hand, box.x + 10, box.y + 10);
-        }
-    } wrong;
-    wrong.box = b;
-    EXPECT_EQ(bench.play(wrong, 10.0).result, LevelResult::Failed);
+TEST(GenericSolver, IsTheFallbackForAnyTypeNoFamilyClaims) {
+    LevelDef def = shippedRecord("oddtile");
+    def.type = "photocopier";
+    StationBench bench(def, 3);
+    auto solver = makeSolver("photocopier");
+    EXPECT_EQ(bench.play(*solver, 10.0).result, LevelResult::Solved);
+}
+
+TEST(EulaBench, AgreeingFailsWithTheFailSound) {
+    StationBench bench(shippedRecord("eula"), 4);
+    Clicker agree = centreOf(dynamic_cast<const EulaLevel&>(*bench.station).agreeButton);
+    EXPECT_EQ(bench.play(agree, 10.0).result, LevelResult::Failed);
     EXPECT_TRUE(bench.lastSoundWasFail());
+}
+
+TEST(EulaBench, TheExitLinePassesWithThePassSound) {
+    StationBench bench(shippedRecord("eula"), 4);
+    auto solver = makeSolver("eula");
+    EXPECT_EQ(bench.play(*solver, 10.0).result, LevelResult::Solved);
+    EXPECT_TRUE(bench.lastSoundWasPass());
+}
+
+TEST(SettingsBench, EnablingTheToggleClicksAndThenProceedingFailsWithTheFailSound) {
+    StationBench bench(shippedRecord("settings"), 4);
+    const auto& level = dynamic_cast<const SettingsLevel&>(*bench.station);
+    Clicker toggle = centreOf(level.toggle);
+    while (!level.enabled && bench.elapsed < 2.0) {
+        bench.hand.act(toggle.decide(level, bench.hand.hand, bench.elapsed), 1.0 / 60);
+        bench.frame(1.0 / 60);
+    }
+    ASSERT_TRUE(level.enabled);
+    EXPECT_TRUE(clickSounded(bench));
+    Clicker proceed = centreOf(level.proceedButton);
+    EXPECT_EQ(bench.play(proceed, 10.0).result, LevelResult::Failed);
+    EXPECT_TRUE(bench.lastSoundWasFail());
+}
+
+TEST(QuizBench, ALabelledAnswerFailsWithTheFailSound) {
+    StationBench bench(shippedRecord("quiz"), 4);
+    const auto& level = dynamic_cast<const QuizLevel&>(*bench.station);
+    Clicker labelled = centreOf(level.boxes[(level.answer + 3) % 4]);
+    EXPECT_EQ(bench.play(labelled, 10.0).result, LevelResult::Failed);
+    EXPECT_TRUE(bench.lastSoundWasFail());
+}
+
+TEST(StroopBench, TheInkColoursSwatchFailsWithTheFailSound) {
+    StationBench bench(shippedRecord("stroop"), 4);
+    const auto& level = dynamic_cast<const StroopLevel&>(*bench.station);
+    int inkSwatch = 0;
+    while (level.swatchColors[inkSwatch] != level.ink) {
+        ++inkSwatch;
+    }
+    Clicker byInk = centreOf(level.swatches[inkSwatch]);
+    EXPECT_EQ(bench.play(byInk, 10.0).result, LevelResult::Failed);
+    EXPECT_TRUE(bench.lastSoundWasFail());
+}
+
+TEST(StampBench, TheApprovedPadFailsWithTheFailSound) {
+    StationBench bench(shippedRecord("stamp"), 4);
+    Clicker approve = centreOf(dynamic_cast<const StampLevel&>(*bench.station).approvedPad());
+    EXPECT_EQ(bench.play(approve, 10.0).result, LevelResult::Failed);
+    EXPECT_TRUE(bench.lastSoundWasFail());
+}
+
+TEST(ReverseBench, PressingTowardsTheMarkOnlyClicksAndRunsTheClockOut) {
+    StationBench bench(shippedRecord("reverse"), 4);
+    const auto& level = dynamic_cast<const ReverseLevel&>(*bench.station);
+    Clicker towards = centreOf(level.target > 0.5 ? level.rightButton : level.leftButton);
+    EXPECT_EQ(bench.play(towards, 5.0).result, LevelResult::Running);
+    EXPECT_DOUBLE_EQ(level.position, level.target > 0.5 ? 0.0 : 1.0);
+    EXPECT_FALSE(bench.lastSoundWasFail());
+    EXPECT_FALSE(bench.lastSoundWasPass());
 }
 
 }  // namespace
