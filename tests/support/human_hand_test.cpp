@@ -102,3 +102,31 @@ TEST_F(HandFixture, WaitsAfterAReleaseBeforePressingAgain) {
 
 }  // namespace
 }  // namespace vorn::test
+
+#include "support/software_canvas.h"
+
+namespace vorn::test {
+namespace {
+
+TEST(SoftwareCanvasFonts, TwoCanvasesWithFontsCanComeAndGoInAnyOrder) {
+    SoftwareCanvas outer;
+    outer.useGameFonts();
+    {
+        SoftwareCanvas inner;
+        inner.useGameFonts();
+        inner.graphics.text("INNER", 100, 100, TextSize::Normal, rgb(255, 255, 255), false, false);
+    }
+    // The outer canvas's fonts survive the inner one's shutdown.
+    outer.fill(rgb(0, 0, 0));
+    outer.graphics.text("OUTER", 100, 100, TextSize::Huge, rgb(255, 255, 255), false, false);
+    int lit = 0;
+    for (int y = 100; y < 160; ++y) {
+        for (int x = 100; x < 300; ++x) {
+            lit += red(outer.pixel(x, y)) > 128 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(lit, 200);
+}
+
+}  // namespace
+}  // namespace vorn::test

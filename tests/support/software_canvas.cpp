@@ -22,7 +22,9 @@ SoftwareCanvas::SoftwareCanvas() {
 SoftwareCanvas::~SoftwareCanvas() {
     graphics.shutdown();
     SDL_FreeSurface(surface);
-    if (TTF_WasInit() != 0) {
+    // SDL_ttf counts its users, so each canvas that started it stops it
+    // once: a second canvas going away leaves the first one's fonts alive.
+    if (startedTtf) {
         TTF_Quit();
     }
 }
@@ -43,8 +45,8 @@ void SoftwareCanvas::fill(Color c) {
 }
 
 void SoftwareCanvas::useGameFonts() {
-    if (TTF_WasInit() == 0) {
-        TTF_Init();
+    if (!startedTtf) {
+        startedTtf = TTF_Init() == 0;
     }
     graphics.loadFonts(VORN_GAME_DIR "/assets/fonts");
 }

@@ -27,6 +27,7 @@ public:
 
     SDL_Surface* surface = nullptr;
     Graphics graphics;
+    bool startedTtf = false;
 };
 
 // True when two colours differ by at most `tolerance` in every channel
