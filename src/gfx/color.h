@@ -20,6 +20,13 @@ constexpr int green(Color c) { return static_cast<int>((c >> 8) & 255u); }
 constexpr int blue(Color c) { return static_cast<int>((c >> 16) & 255u); }
 constexpr int alpha(Color c) { return static_cast<int>((c >> 24) & 255u); }
 
+// The same colour darkened (or lit) by a factor on red, green and blue, each
+// truncated; alpha is kept. Shadows and rims are drawn this way.
+constexpr Color scaled(Color c, double f) {
+    return rgb(static_cast<int>(red(c) * f), static_cast<int>(green(c) * f),
+               static_cast<int>(blue(c) * f), alpha(c));
+}
+
 namespace palette {
 constexpr Color black = rgb(0, 0, 0);
 constexpr Color white = rgb(255, 255, 255);
@@ -32,6 +39,9 @@ constexpr Color amber = rgb(204, 136, 36);
 constexpr Color darkPanel = rgb(24, 54, 22);
 constexpr Color greenScreen = rgb(16, 36, 15);
 constexpr Color redScreen = rgb(30, 6, 6);
+constexpr Color ink = rgb(20, 20, 20);               // dark text on bright plates
+constexpr Color orange = rgb(255, 170, 46);
+constexpr Color instruction = rgb(178, 119, 32);     // a station's own line of orders
 }  // namespace palette
 
 }  // namespace vorn

@@ -1,6 +1,7 @@
 #include "stations/level_factory.h"
 
 #include "stations/paperwork_stations.h"
+#include "stations/timing_stations.h"
 
 #include <vector>
 
@@ -21,6 +22,12 @@ struct FactoryEntry {
 // One line per station kind. A kind whose class is not written yet is simply
 // absent and falls back to the generic station.
 const std::vector<FactoryEntry> kStations = {
+    {"button", make<ButtonLevel>},
+    {"hold", make<HoldLevel>},
+    {"twohand", make<TwoHandLevel>},
+    {"patience", make<PatienceLevel>},
+    {"timing", make<TimingLevel>},
+    {"orbit", make<OrbitLevel>},
     {"eula", make<EulaLevel>},
     {"settings", make<SettingsLevel>},
     {"quiz", make<QuizLevel>},

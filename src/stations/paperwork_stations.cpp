@@ -11,16 +11,6 @@ namespace vorn {
 
 namespace {
 
-constexpr Color kInk = rgb(20, 20, 20);
-constexpr Color kOrange = rgb(255, 170, 46);
-constexpr Color kInstructionColor = rgb(178, 119, 32);
-
-// A station's own rule, printed small at the foot of its play area.
-void instructionLine(Graphics& g, const Rect& area, const char* text) {
-    g.text(text, area.x + area.w / 2, area.y + area.h - 16, TextSize::Small, kInstructionColor,
-           true, false);
-}
-
 // The pads are inked in a darker cut of the alarm red and terminal green:
 // each channel times 0.6, in float, truncated.
 constexpr Color dimmed(Color c) {
@@ -111,7 +101,7 @@ void EulaLevel::render(Graphics& g) {
     }
     g.roundRect(agreeButton, 8, rgb(229, 194, 96), true);
     g.text("I AGREE", agreeButton.x + agreeButton.w / 2, agreeButton.y + agreeButton.h / 2,
-           TextSize::Normal, kInk, true, true);
+           TextSize::Normal, palette::ink, true, true);
 }
 
 // ---------------------------------------------------------------------------
@@ -147,13 +137,13 @@ LevelResult SettingsLevel::update(double /*dt*/, const InputState& in, AudioSyst
 }
 
 void SettingsLevel::render(Graphics& g) {
-    g.text("DO NOT ENABLE EXIT", toggle.x, toggle.y - 30, TextSize::Normal, kOrange, false, false);
+    g.text("DO NOT ENABLE EXIT", toggle.x, toggle.y - 30, TextSize::Normal, palette::orange, false, false);
     g.roundRect(toggle, 18, enabled ? palette::terminalGreen : rgb(99, 77, 26), true);
     const int knobX = enabled ? toggle.x + toggle.w - 18 : toggle.x + 18;
     g.circle(knobX, toggle.y + 18, 14, rgb(216, 199, 156), true);
     g.roundRect(proceedButton, 8, palette::brass, true);
     g.text("PROCEED", proceedButton.x + proceedButton.w / 2, proceedButton.y + proceedButton.h / 2,
-           TextSize::Normal, kInk, true, true);
+           TextSize::Normal, palette::ink, true, true);
 }
 
 // ---------------------------------------------------------------------------
@@ -184,7 +174,7 @@ void QuizLevel::render(Graphics& g) {
         const Rect& b = boxes[i];
         g.roundRect(b, 6, rgb(109, 84, 29), true);
         if (i != answer && label < 3) {
-            g.text(kLabels[label], b.x + 16, b.y + 12, TextSize::Normal, kInk, false, false);
+            g.text(kLabels[label], b.x + 16, b.y + 12, TextSize::Normal, palette::ink, false, false);
             ++label;
         }
     }
@@ -232,7 +222,7 @@ void StroopLevel::render(Graphics& g) {
     const int cx = playArea.x + playArea.w / 2;
     g.text(stroopWord(word), cx, playArea.y + 60, TextSize::Giant, stroopColor(ink), true, true);
     g.text("click the swatch of this WORD (ignore its colour)", cx, playArea.y + 120,
-           TextSize::Small, kOrange, true, true);
+           TextSize::Small, palette::orange, true, true);
     for (int i = 0; i < 4; ++i) {
         g.roundRect(swatches[i], 10, stroopColor(swatchColors[i]), true);
     }
@@ -273,9 +263,9 @@ void StampLevel::render(Graphics& g) {
     g.roundRect(rejected, 8, dimmed(palette::alarmRed), true);
     g.roundRect(approved, 8, dimmed(palette::terminalGreen), true);
     g.text("REJECTED", rejected.x + rejected.w / 2, rejected.y + rejected.h / 2, TextSize::Normal,
-           kInk, true, true);
+           palette::ink, true, true);
     g.text("APPROVED", approved.x + approved.w / 2, approved.y + approved.h / 2, TextSize::Normal,
-           kInk, true, true);
+           palette::ink, true, true);
 }
 
 // ---------------------------------------------------------------------------
@@ -318,9 +308,9 @@ void ReverseLevel::render(Graphics& g) {
              palette::alarmRed, true);
     g.roundRect(leftButton, 8, rgb(139, 107, 37), true);
     g.roundRect(rightButton, 8, rgb(139, 107, 37), true);
-    g.text("<< LEFT", leftButton.x + leftButton.w / 2, leftButton.y + 22, TextSize::Normal, kInk,
+    g.text("<< LEFT", leftButton.x + leftButton.w / 2, leftButton.y + 22, TextSize::Normal, palette::ink,
            true, true);
-    g.text("RIGHT >>", rightButton.x + rightButton.w / 2, rightButton.y + 22, TextSize::Normal, kInk,
+    g.text("RIGHT >>", rightButton.x + rightButton.w / 2, rightButton.y + 22, TextSize::Normal, palette::ink,
            true, true);
     instructionLine(g, playArea, "CONTROLS ARE INVERTED");
 }

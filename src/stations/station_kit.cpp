@@ -1,5 +1,7 @@
 #include "stations/station_kit.h"
 
+#include "gfx/graphics.h"
+
 namespace vorn {
 
 LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
@@ -18,6 +20,16 @@ LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
         }
     }
     return LevelResult::Running;
+}
+
+void instructionLine(Graphics& g, const Rect& area, const char* text, int fromBottom) {
+    g.text(text, area.x + area.w / 2, area.y + area.h - fromBottom, TextSize::Small,
+           palette::instruction, true, false);
+}
+
+void twoToneDisc(Graphics& g, int cx, int cy, int r, Color c) {
+    g.circle(cx, cy, r, scaled(c, 0.4), true);
+    g.circle(cx, cy, r - 6, c, true);
 }
 
 }  // namespace vorn

@@ -47,15 +47,19 @@ TEST_P(StationSoak, RandomInputNeverBreaksTheStation) {
     std::mt19937 hands(0xC0FFEEu);
     int frames = 0;
     int verdicts = 0;
-    for (std::uint32_t seed = 1; seed <= 12; ++seed) {
-        for (const int number : {5, 22, 40}) {
+    // Fresh stations until enough frames have been played: stations that
+    // fire on any stray click end most episodes within a few frames.
+    const int numbers[] = {5, 22, 40};
+    for (std::uint32_t seed = 1; frames < 4000 && seed <= 2000; ++seed) {
+        {
+            const int number = numbers[seed % 3];
             LevelDef def;
             def.type = type;
             def.number = number;
             def.name = "SOAK";
             def.baseTime = 20;
             def.phase = phaseForNumber(number);
-            StationBench bench(def, seed * 1000u + static_cast<std::uint32_t>(number));
+            StationBench bench(def, seed);
             for (int i = 0; i < 160; ++i) {
                 const int events = static_cast<int>(hands() % 4);
                 for (int e = 0; e < events; ++e) {
@@ -80,7 +84,7 @@ TEST_P(StationSoak, RandomInputNeverBreaksTheStation) {
             }
         }
     }
-    EXPECT_GT(frames, 1000);
+    EXPECT_GE(frames, 4000);
     RecordProperty("verdicts", verdicts);
 }
 
