@@ -1,5 +1,6 @@
 #include "stations/level_factory.h"
 
+#include "stations/aim_stations.h"
 #include "stations/paperwork_stations.h"
 #include "stations/timing_stations.h"
 
@@ -34,6 +35,12 @@ const std::vector<FactoryEntry> kStations = {
     {"stroop", make<StroopLevel>},
     {"stamp", make<StampLevel>},
     {"reverse", make<ReverseLevel>},
+    {"whack", make<WhackLevel>},
+    {"doubleclick", make<DoubleClickLevel>},
+    {"precision", make<PrecisionLevel>},
+    {"decoy", make<DecoyLevel>},
+    {"greased", make<GreasedLevel>},
+    {"hotcold", make<HotColdLevel>},
 };
 
 }  // namespace

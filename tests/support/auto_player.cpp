@@ -24,6 +24,9 @@ void AutoPlayer::frame() {
     Intent intent = aim;
     if (app.screen == GameScreen::station && app.station) {
         if (app.station.get() != solving) {
+            // A person stops clicking once the station in front of them is
+            // gone; nothing meant for the last one lands on the next.
+            hand.interrupt();
             solving = app.station.get();
             solver = solverFor(*app.station);
             stationTime = 0.0;
@@ -31,6 +34,9 @@ void AutoPlayer::frame() {
         intent = solver->decide(*app.station, hand.hand, stationTime);
         stationTime += dt;
     } else {
+        if (solving != nullptr) {
+            hand.interrupt();
+        }
         solving = nullptr;
         solver.reset();
     }

@@ -33,6 +33,12 @@ void HumanHand::reset(int x, int y) {
     now = 0.0;
 }
 
+void HumanHand::interrupt() {
+    pending.clear();
+    current = Intent{hand.x, hand.y, false};
+    haveCurrent = true;
+}
+
 void HumanHand::act(const Intent& intent, double dt) {
     pending.push_back(Pending{now, intent});
     // The newest intent that is at least a reaction time old is the one the

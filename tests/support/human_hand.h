@@ -62,6 +62,9 @@ public:
     // (motion, press, release) that the intent from a reaction time ago asks
     // for, and advances the hand's clock by dt.
     void act(const Intent& intent, double dt);
+    // What was seen has gone (a station ended): intents still on their way
+    // are dropped, and the hand lets go where it is rather than finish them.
+    void interrupt();
 
     Limits limits;
     Hand hand;
