@@ -1,6 +1,7 @@
 #include "stations/level_factory.h"
 
 #include "stations/aim_stations.h"
+#include "stations/memory_stations.h"
 #include "stations/paperwork_stations.h"
 #include "stations/timing_stations.h"
 
@@ -41,6 +42,12 @@ const std::vector<FactoryEntry> kStations = {
     {"decoy", make<DecoyLevel>},
     {"greased", make<GreasedLevel>},
     {"hotcold", make<HotColdLevel>},
+    {"simon", make<SimonLevel>},
+    {"antisimon", make<AntiSimonLevel>},
+    {"sequence", make<SequenceLevel>},
+    {"recall", make<RecallLevel>},
+    {"memory", make<MemoryLevel>},
+    {"morse", make<MorseLevel>},
 };
 
 }  // namespace
