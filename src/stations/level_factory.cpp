@@ -2,6 +2,9 @@
 
 #include "stations/aim_stations.h"
 #include "stations/memory_stations.h"
+#include "stations/panel_stations.h"
+#include "stations/code_stations.h"
+#include "stations/dial_stations.h"
 #include "stations/paperwork_stations.h"
 #include "stations/timing_stations.h"
 
@@ -48,6 +51,16 @@ const std::vector<FactoryEntry> kStations = {
     {"recall", make<RecallLevel>},
     {"memory", make<MemoryLevel>},
     {"morse", make<MorseLevel>},
+    {"switches", make<SwitchesLevel>},
+    {"fusebox", make<FuseboxLevel>},
+    {"valve", make<ValveLevel>},
+    {"gauntlet", make<GauntletLevel>},
+    {"dial", make<DialLevel>},
+    {"combo", make<ComboLevel>},
+    {"calibrate", make<CalibrateLevel>},
+    {"scale", make<ScaleLevel>},
+    {"keypad", make<KeypadLevel>},
+    {"liarkeypad", make<LiarKeypadLevel>},
 };
 
 }  // namespace
