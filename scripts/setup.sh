@@ -8,6 +8,7 @@ packages=(
   cmake ninja-build g++ pkg-config
   libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
   libgtest-dev python3 lame vorbis-tools
+  xvfb xdotool imagemagick
   fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
 )
 

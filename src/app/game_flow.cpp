@@ -7,6 +7,8 @@
 
 #include "app/difficulty.h"
 #include "app/paths.h"
+#include "gfx/screens.h"
+#include "gfx/terminal.h"
 
 #include <filesystem>
 
@@ -26,8 +28,43 @@ constexpr double kShiftCardSeconds = 3.0;
 // A click that ended the station must not also dismiss the notice.
 constexpr double kNoticeGuard = 0.6;
 
-// The title menu's rows, for the pointer: x from 533 to 833, 46 px apart.
-constexpr Rect menuRow(int i) { return Rect{533, 350 + 46 * i, 300, 38}; }
+// The menu exactly as titleUpdate builds it this frame, with NEW: VORN in red.
+void drawTitleScreen(Application& app) {
+    MenuItem items[6];
+    const int n = titleMenu(app.save, items);
+    MenuRowView rows[6];
+    for (int i = 0; i < n; ++i) {
+        rows[i] = {items[i].label, items[i].code == static_cast<std::int32_t>(Difficulty::vorn)};
+    }
+    drawTitleTerminal(app.graphics, app.art, rows, n, app.menuIndex, app.save.timesFired,
+                      app.save.clockInCards, kBuild);
+}
+
+// The header first, the station over it, then the footer and the clock, so
+// nothing a station draws can hide the time it has left.
+void drawStationScreen(Application& app) {
+    Graphics& g = app.graphics;
+    drawTerminal(g, app.art, palette::greenScreen);
+
+    const Level* station = app.station.get();
+    char title[128];
+    Graphics::formatInto(title, sizeof title, "STATION %02d : %s",
+                         station != nullptr ? station->number : 0,
+                         station != nullptr ? station->name.c_str() : "");
+    const char* instruction = station != nullptr && !station->instruction.empty()
+                                  ? station->instruction.c_str()
+                                  : "Solve the station before the clock runs out.";
+    drawStationHeader(g, title, instruction);
+
+    if (app.station) {
+        app.station->render(g);
+    }
+
+    const bool vornMode = app.difficulty == Difficulty::vorn;
+    drawStationFooter(g, difficultyName(app.difficulty), vornMode, app.stationIndex + 1,
+                      static_cast<int>(app.stationOrder.size()));
+    drawClock(g, app.timeLeft, app.screenTime, vornMode);
+}
 
 }  // namespace
 
@@ -75,7 +112,7 @@ void Application::titleUpdate() {
     int chosen = input.confirm ? menuIndex : -1;
     for (int i = 0; i < n; ++i) {
         // A resting pointer keeps its row highlighted, even against the keys.
-        if (contains(menuRow(i), input.mouseX, input.mouseY)) {
+        if (contains(titleMenuRow(i), input.mouseX, input.mouseY)) {
             menuIndex = i;
             if (input.mousePressed) {
                 chosen = i;
@@ -152,20 +189,37 @@ void Application::update(double dt) {
 }
 
 void Application::render() {
+    // Every screen starts from black; the splash and the shift cards stay on
+    // it, the others stand the terminal in its room first.
     graphics.clear(palette::black);
     switch (screen) {
         case GameScreen::splash:
+            drawSplash(graphics, studioLogo, studioLogoW, studioLogoH, splashRevealed,
+                       screenTime - splashRevealAt);
+            break;
         case GameScreen::intro:
+            break;
         case GameScreen::title:
+            drawTitleScreen(*this);
+            break;
         case GameScreen::shiftCard:
-        case GameScreen::fired:
-        case GameScreen::victory:
+            drawShiftCard(graphics, shiftCardPhase, screenTime);
             break;
         case GameScreen::station:
-            if (station) {
-                station->render(graphics);
-            }
+            drawStationScreen(*this);
             break;
+        case GameScreen::fired:
+            drawFiredNotice(graphics, art, difficulty == Difficulty::vorn, save.timesFired);
+            break;
+        case GameScreen::victory:
+            drawVictoryNotice(graphics, art, difficulty == Difficulty::vorn, cardAwarded);
+            break;
+    }
+    // The glass goes over everything shown on the monitor, the station's own
+    // picture included, so the scan lines and the dimmed edges cover it too.
+    if (screen == GameScreen::title || screen == GameScreen::station ||
+        screen == GameScreen::fired || screen == GameScreen::victory) {
+        graphics.monitorOverlay();
     }
     graphics.present();
 }

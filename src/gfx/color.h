@@ -42,6 +42,8 @@ constexpr Color redScreen = rgb(30, 6, 6);
 constexpr Color ink = rgb(20, 20, 20);               // dark text on bright plates
 constexpr Color orange = rgb(255, 170, 46);
 constexpr Color instruction = rgb(178, 119, 32);     // a station's own line of orders
+// The monitor's plastic, also the studio name on a splash without its logo.
+constexpr Color casingBeige = rgb(216, 199, 156);
 }  // namespace palette
 
 }  // namespace vorn

@@ -52,6 +52,7 @@ TEST_P(WholeShift, TheAutomaticPlayerClearsTheShippedShift) {
     Application& app = headless.app;
     app.seedSource = chosenSeed;
     AutoPlayer player(app);
+    player.drawEvery = 12;   // five pictures a second of play
     InputDriver(app).key(SDLK_SPACE);   // past the splash
     player.frame();
     ASSERT_EQ(app.screen, GameScreen::title);

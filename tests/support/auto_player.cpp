@@ -2,6 +2,7 @@
 
 #include "app/difficulty.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace vorn::test {
@@ -41,7 +42,12 @@ void AutoPlayer::frame() {
         solver.reset();
     }
     hand.act(intent, dt);
-    app.step(dt);
+    if (++frameCount % drawEvery == 0) {
+        app.step(dt);
+    } else {
+        app.processEvents();
+        app.update(std::min(dt, kMaxFrameTime));
+    }
 }
 
 bool AutoPlayer::playUntil(const std::function<bool()>& done, double seconds) {

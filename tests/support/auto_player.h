@@ -35,6 +35,11 @@ public:
 
     Application& app;
     double dt;
+    // Draw every n-th frame only (1: every frame, as the main loop does).
+    // Long proofs of play draw now and then; the screens have tests of
+    // their own, and drawing every frame of a whole shift costs minutes.
+    int drawEvery = 1;
+    long frameCount = 0;
     HumanHand hand;
     std::unique_ptr<Solver> solver;
     const Level* solving = nullptr;   // the station the solver was made for

@@ -10,7 +10,8 @@ namespace vorn::test {
 
 GameProcess::GameProcess(const std::filesystem::path& executable,
                          const std::filesystem::path& workingDir,
-                         std::vector<std::pair<std::string, std::string>> environment) {
+                         std::vector<std::pair<std::string, std::string>> environment,
+                         std::vector<std::string> arguments) {
     int fds[2];
     if (::pipe(fds) != 0) {
         return;
@@ -27,8 +28,13 @@ GameProcess::GameProcess(const std::filesystem::path& executable,
         if (::chdir(workingDir.c_str()) != 0) {
             ::_exit(126);
         }
-        const std::string program = executable.string();
-        ::execl(program.c_str(), program.c_str(), static_cast<char*>(nullptr));
+        std::string program = executable.string();
+        std::vector<char*> argv{program.data()};
+        for (std::string& argument : arguments) {
+            argv.push_back(argument.data());
+        }
+        argv.push_back(nullptr);
+        ::execv(program.c_str(), argv.data());
         ::_exit(127);
     }
     ::close(fds[1]);

@@ -1,7 +1,7 @@
 #pragma once
-// Starts the real game executable as a child process with its standard error
-// (and output) captured, so tests can wait for a line, signal it and read its
-// exit code, without sleeping.
+// Starts the real game executable (or one of our tools) as a child process
+// with its standard error (and output) captured, so tests can wait for a
+// line, signal it and read its exit code, without sleeping.
 
 #include <sys/types.h>
 
@@ -15,7 +15,8 @@ namespace vorn::test {
 class GameProcess {
 public:
     GameProcess(const std::filesystem::path& executable, const std::filesystem::path& workingDir,
-                std::vector<std::pair<std::string, std::string>> environment = {});
+                std::vector<std::pair<std::string, std::string>> environment = {},
+                std::vector<std::string> arguments = {});
     ~GameProcess();
     GameProcess(const GameProcess&) = delete;
     GameProcess& operator=(const GameProcess&) = delete;

@@ -1,0 +1,238 @@
+// The room and the monitor, drawn piece by piece onto a software canvas with
+// textures painted on the canvas's own renderer, and without them.
+
+#include "gfx/procedural_art.h"
+#include "gfx/terminal.h"
+#include "support/canvas_app.h"
+#include "support/software_canvas.h"
+
+#include <gtest/gtest.h>
+
+namespace vorn::test {
+namespace {
+
+class Room : public ::testing::Test {
+protected:
+    void SetUp() override {
+        art.build(g.renderer);
+        g.clear(palette::black);
+    }
+    void TearDown() override { art.release(); }
+
+    // Leaves the textures in the renderer (it frees them) but out of the set.
+    void without(SDL_Texture*& texture) { texture = nullptr; }
+
+    SoftwareCanvas canvas;
+    Graphics& g = canvas.graphics;
+    ProceduralArt art;
+};
+
+TEST_F(Room, WallTilesFromTheOriginInStepsOfItsSize) {
+    without(art.topRail);
+    without(art.bottomStrip);
+    without(art.roomOverlay);
+    drawRoom(g, art);
+    const PixelBuffer wall = paintWall();
+    for (const auto& p : {std::pair{0, 0}, {511, 287}, {512, 0}, {700, 300}, {1024, 576},
+                          {1365, 767}, {30, 20}}) {
+        EXPECT_EQ(canvas.pixel(p.first, p.second), wall.at(p.first % 512, p.second % 288))
+            << p.first << "," << p.second;
+    }
+}
+
+TEST_F(Room, BoltsSitOnTheRailEveryNinetyPixelsFromThirty) {
+    without(art.roomOverlay);
+    drawRoom(g, art);
+    for (int x = 30; x < 1366; x += 90) {
+        EXPECT_EQ(canvas.pixel(x, 20), kBoltColor) << x;
+        EXPECT_EQ(canvas.pixel(x - 4, 20), kBoltColor) << x;
+        EXPECT_EQ(canvas.pixel(x + 4, 20), kBoltColor) << x;
+        EXPECT_EQ(canvas.pixel(x, 17), kBoltColor) << x;
+        EXPECT_EQ(canvas.pixel(x, 23), kBoltColor) << x;
+        EXPECT_NE(canvas.pixel(x + 5, 20), kBoltColor) << x;
+        EXPECT_NE(canvas.pixel(x + 45, 20), kBoltColor) << x;
+    }
+    // The last bolt is at 1290; the next would be off the canvas.
+    EXPECT_NE(canvas.pixel(1362, 20), kBoltColor);
+}
+
+TEST_F(Room, RailIsStretchedOverTheTopFortyRows) {
+    without(art.roomOverlay);
+    const PixelBuffer wall = paintWall();
+    drawRoom(g, art);
+    EXPECT_NE(canvas.pixel(75, 39), wall.at(75, 39));
+    EXPECT_EQ(canvas.pixel(75, 40), wall.at(75, 40));
+}
+
+TEST_F(Room, WithoutTheRailThereAreNoBolts) {
+    without(art.topRail);
+    without(art.roomOverlay);
+    drawRoom(g, art);
+    const PixelBuffer wall = paintWall();
+    for (int x = 30; x < 1366; x += 90) {
+        ASSERT_EQ(canvas.pixel(x, 20), wall.at(x % 512, 20)) << x;
+    }
+}
+
+TEST_F(Room, HazardStripCoversTheBottomTwentySixRows) {
+    without(art.roomOverlay);
+    drawRoom(g, art);
+    const PixelBuffer wall = paintWall();
+    EXPECT_EQ(canvas.pixel(683, 741), wall.at(683 % 512, 741 % 288));
+    int amber = 0;
+    int dark = 0;
+    for (int y = 742; y < 768; ++y) {
+        for (int x = 0; x < 1366; ++x) {
+            const Color c = canvas.pixel(x, y);
+            ASSERT_LE(blue(c), 28) << x << "," << y;
+            amber += near(c, rgb(207, 140, 28), 8) ? 1 : 0;
+            dark += near(c, rgb(23, 18, 8), 8) ? 1 : 0;
+        }
+    }
+    EXPECT_GT(amber, 5000);
+    EXPECT_GT(dark, 5000);
+}
+
+TEST_F(Room, StripesOnTheCanvasRepeatEvery28PixelsAndSpeckleByXTimesYModuloSeven) {
+    // The strip texture copied at its own size, read back from the canvas.
+    g.blitCentered(art.bottomStrip, 32, 32, 64, 64);
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x) {
+            const Color c = canvas.pixel(x, y);
+            const bool amberBand = ((x + y) / 14) % 2 == 1;
+            ASSERT_EQ(green(c), amberBand ? 140 : 18) << x << "," << y;
+            ASSERT_EQ(red(c), (amberBand ? 210 : 26) - (x * y) % 7) << x << "," << y;
+            if (x + 28 < 64) {
+                ASSERT_EQ(green(c), green(canvas.pixel(x + 28, y))) << x << "," << y;
+            }
+        }
+    }
+}
+
+TEST_F(Room, OverlayIsClearAtItsCentreAndTakes216OfAlphaInTheCorners) {
+    // The overlay texture at its own size over white: the centre stays
+    // white, the corners keep 255 - 216 = 39 of it.
+    canvas.fill(rgb(255, 255, 255));
+    g.blitCentered(art.roomOverlay, 128, 72, 256, 144);
+    EXPECT_EQ(canvas.pixel(128, 72), rgb(255, 255, 255));
+    EXPECT_TRUE(near(opaque(canvas.pixel(0, 0)), rgb(39, 39, 39), 1)) << std::hex << canvas.pixel(0, 0);
+}
+
+TEST_F(Room, OverlayLeavesTheMiddleOfTheRoomAndDarkensItsCorners) {
+    SDL_Texture* overlay = art.roomOverlay;
+    without(art.roomOverlay);
+    drawRoom(g, art);
+    const Color centre = canvas.pixel(683, 384);
+    const Color corner = canvas.pixel(1365, 767);
+    art.roomOverlay = overlay;
+    drawRoom(g, art);
+    EXPECT_EQ(canvas.pixel(683, 384), centre);
+    const Color darkened = rgb(red(corner) * 39 / 255, green(corner) * 39 / 255, blue(corner) * 39 / 255);
+    EXPECT_TRUE(near(opaque(canvas.pixel(1365, 767)), darkened, 2)) << std::hex << canvas.pixel(1365, 767);
+}
+
+TEST(FlatRoom, WithoutTexturesTheRoomIsOneFlatColourWithNoBolts) {
+    SoftwareCanvas canvas;
+    const ProceduralArt none;
+    drawRoom(canvas.graphics, none);
+    for (const auto& p : {std::pair{0, 0}, {30, 20}, {120, 20}, {683, 384}, {683, 755},
+                          {1365, 767}}) {
+        EXPECT_EQ(canvas.pixel(p.first, p.second), kFlatWall) << p.first << "," << p.second;
+    }
+}
+
+// ---- the monitor ----
+
+class Monitor : public Room {};
+
+TEST_F(Monitor, StandsInFrontOfTheRoom) {
+    drawRoom(g, art);
+    const Color wall = canvas.pixel(60, 300);
+    const Color rail = canvas.pixel(30, 20);
+    g.clear(palette::black);
+    drawTerminal(g, art, palette::greenScreen);
+    EXPECT_EQ(canvas.pixel(60, 300), wall);
+    EXPECT_EQ(canvas.pixel(30, 20), rail);
+}
+
+TEST_F(Monitor, FacesStepInAndDarkenTowardsTheGlass) {
+    drawTerminal(g, art, palette::greenScreen);
+    EXPECT_EQ(canvas.pixel(190, 384), rgb(232, 226, 208));   // the first face
+    EXPECT_EQ(canvas.pixel(209, 384), rgb(187, 181, 164));   // the fifth
+    EXPECT_EQ(canvas.pixel(233, 384), rgb(131, 125, 109));   // the last
+    EXPECT_EQ(canvas.pixel(683, 739), rgb(232, 226, 208));   // the chin reaches y 740
+}
+
+TEST_F(Monitor, CasingOutlineShowsBesideTheFaces) {
+    drawTerminal(g, art, palette::greenScreen);
+    EXPECT_EQ(canvas.pixel(181, 300), kCasingOutline);
+    EXPECT_EQ(canvas.pixel(1185, 300), kCasingOutline);
+}
+
+TEST_F(Monitor, GlassRecessRingsTheScreen) {
+    drawTerminal(g, art, palette::greenScreen);
+    EXPECT_EQ(canvas.pixel(241, 384), kGlassRecess);
+    EXPECT_EQ(canvas.pixel(1124, 384), kGlassRecess);
+    EXPECT_EQ(canvas.pixel(683, 72), kGlassRecess);
+}
+
+TEST_F(Monitor, GlassIsRedOnlyWhenTheScreenColoursRedByteBeatsItsGreen) {
+    drawTerminal(g, art, palette::greenScreen);
+    const Color green = canvas.pixel(683, 384);
+    drawTerminal(g, art, palette::redScreen);
+    const Color red = canvas.pixel(683, 384);
+    drawTerminal(g, art, rgb(50, 50, 0));   // a tie keeps the green glass
+    const Color tie = canvas.pixel(683, 384);
+    EXPECT_GT(vorn::green(green), vorn::red(green));
+    EXPECT_GT(vorn::red(red), vorn::green(red));
+    EXPECT_EQ(tie, green);
+}
+
+TEST_F(Monitor, KeyboardBlockShowsBelowTheChinWithItsRim) {
+    drawTerminal(g, art, palette::greenScreen);
+    EXPECT_TRUE(near(canvas.pixel(600, 745), rgb(218, 211, 190), 12)) << std::hex << canvas.pixel(600, 745);
+    EXPECT_EQ(canvas.pixel(600, 750), kCasingOutline);
+}
+
+TEST_F(Monitor, KnobsLampBadgeAndPlateSitOnTheChin) {
+    drawTerminal(g, art, palette::greenScreen);
+    for (int x : {283, 325}) {
+        EXPECT_EQ(canvas.pixel(x, 720), kPlateInk) << x;
+        EXPECT_EQ(canvas.pixel(x + 10, 720), rgb(214, 207, 188)) << x;
+        EXPECT_EQ(canvas.pixel(x + 14, 720), kCasingOutline) << x;
+    }
+    EXPECT_EQ(canvas.pixel(397, 720), palette::alarmRed);
+    EXPECT_EQ(canvas.pixel(401, 720), rgb(40, 30, 20));
+    EXPECT_EQ(canvas.pixel(1060, 720), kCasingHighlight);
+    EXPECT_EQ(canvas.pixel(1069, 708), kPlateInk);
+    EXPECT_EQ(canvas.pixel(1069, 732), kPlateInk);
+}
+
+TEST_F(Monitor, MakersPlateReadsVornCoMkIv) {
+    canvas.useGameFonts();
+    drawTerminal(g, art, palette::greenScreen);
+    EXPECT_TRUE(showsText(canvas, {560, 706, 246, 28},
+                          {"VORN CO. Mk.IV", 683, 720, TextSize::Small, kPlateInk, true, true},
+                          Seen::direct));
+}
+
+TEST(FlatMonitor, WithoutTexturesCasingIsFlatBeigeAndGlassIsARoundedFlatScreenColour) {
+    SoftwareCanvas canvas;
+    const ProceduralArt none;
+    drawTerminal(canvas.graphics, none, palette::greenScreen);
+    EXPECT_EQ(canvas.pixel(184, 300), palette::casingBeige);   // casing
+    EXPECT_EQ(canvas.pixel(600, 745), palette::casingBeige);   // keyboard block
+    EXPECT_EQ(canvas.pixel(683, 384), palette::greenScreen);
+    EXPECT_EQ(canvas.pixel(300, 120), palette::greenScreen);
+    // The glass's corners are rounded off: the recess shows there.
+    EXPECT_EQ(canvas.pixel(248, 79), kGlassRecess);
+    EXPECT_EQ(canvas.pixel(1117, 688), kGlassRecess);
+    // No rail, so no bolts.
+    EXPECT_EQ(canvas.pixel(30, 20), kFlatWall);
+
+    drawTerminal(canvas.graphics, none, palette::redScreen);
+    EXPECT_EQ(canvas.pixel(683, 384), palette::redScreen);
+}
+
+}  // namespace
+}  // namespace vorn::test

@@ -1,0 +1,168 @@
+#include "support/canvas_app.h"
+
+#include "gfx/procedural_art.h"
+
+#include <SDL_ttf.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace vorn::test {
+
+namespace {
+
+// A few stacked alpha blends each round by up to one step.
+constexpr int kBlendTolerance = 4;
+
+std::vector<Color> grab(const SoftwareCanvas& canvas) {
+    std::vector<Color> pixels;
+    pixels.reserve(static_cast<std::size_t>(kCanvasWidth) * kCanvasHeight);
+    for (int y = 0; y < kCanvasHeight; ++y) {
+        for (int x = 0; x < kCanvasWidth; ++x) {
+            pixels.push_back(canvas.pixel(x, y));
+        }
+    }
+    return pixels;
+}
+
+}  // namespace
+
+CanvasApp::CanvasApp(CanvasAppOptions options) {
+    app.graphics.attach(canvas.graphics.renderer);
+    if (options.fonts) {
+        if (!canvas.startedTtf) {
+            canvas.startedTtf = TTF_Init() == 0;
+        }
+        app.graphics.loadFonts(VORN_GAME_DIR "/assets/fonts");
+    }
+    if (options.textures) {
+        app.art.build(app.graphics.renderer);
+    }
+    if (options.logo) {
+        app.studioLogo = app.graphics.loadTexture(VORN_GAME_DIR "/assets/images/studio_logo.png",
+                                                  &app.studioLogoW, &app.studioLogoH);
+    }
+}
+
+CanvasApp::~CanvasApp() {
+    app.station.reset();
+    app.art.release();
+    if (app.studioLogo != nullptr) {
+        SDL_DestroyTexture(app.studioLogo);
+        app.studioLogo = nullptr;
+    }
+    // The renderer belongs to the canvas: close the fonts here and let the
+    // canvas destroy the renderer after.
+    app.graphics.renderer = nullptr;
+    app.graphics.shutdown();
+}
+
+void CanvasApp::show(GameScreen screen, double screenTime) {
+    app.screen = screen;
+    app.screenTime = screenTime;
+    app.render();
+}
+
+PixelLens::PixelLens(const std::function<void(Graphics&)>& layer) {
+    {
+        SoftwareCanvas black;
+        black.fill(rgb(0, 0, 0));
+        layer(black.graphics);
+        overBlack = grab(black);
+    }
+    SoftwareCanvas white;
+    white.fill(rgb(255, 255, 255));
+    layer(white.graphics);
+    overWhite = grab(white);
+}
+
+Color PixelLens::through(Color c, int x, int y) const {
+    const std::size_t i = static_cast<std::size_t>(y) * kCanvasWidth + static_cast<std::size_t>(x);
+    const auto channel = [&](int value, int low, int high) {
+        // value * (high - low) / 255 + low: the layer's gain and its own light.
+        return static_cast<int>(std::lround(value * (high - low) / 255.0 + low));
+    };
+    return rgb(channel(red(c), red(overBlack[i]), red(overWhite[i])),
+               channel(green(c), green(overBlack[i]), green(overWhite[i])),
+               channel(blue(c), blue(overBlack[i]), blue(overWhite[i])), alpha(c));
+}
+
+const PixelLens& glassLens() {
+    static const PixelLens lens([](Graphics& g) { g.monitorOverlay(); });
+    return lens;
+}
+
+const PixelLens& roomLens() {
+    static const PixelLens lens([](Graphics& g) {
+        ProceduralArt art;
+        art.build(g.renderer);
+        g.blitCentered(art.roomOverlay, kCanvasWidth / 2, kCanvasHeight / 2, kCanvasWidth,
+                       kCanvasHeight);
+        art.release();
+    });
+    return lens;
+}
+
+bool shows(const SoftwareCanvas& canvas, int x, int y, Color c, Seen seen) {
+    const Color expected = seen == Seen::throughGlass ? glassLens().through(c, x, y) : c;
+    return near(opaque(canvas.pixel(x, y)), opaque(expected), kBlendTolerance);
+}
+
+int countInk(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen seen) {
+    int count = 0;
+    for (int y = area.y; y < area.y + area.h; ++y) {
+        for (int x = area.x; x < area.x + area.w; ++x) {
+            count += shows(canvas, x, y, c, seen) ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen seen) {
+    InkSpan span;
+    for (int y = area.y; y < area.y + area.h; ++y) {
+        for (int x = area.x; x < area.x + area.w; ++x) {
+            if (shows(canvas, x, y, c, seen)) {
+                span.left = span.left < 0 ? x : std::min(span.left, x);
+                span.right = std::max(span.right, x);
+                span.top = span.top < 0 ? y : span.top;
+                span.bottom = y;
+            }
+        }
+    }
+    return span;
+}
+
+::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const Rect& area,
+                                     const TextCall& call, Seen seen) {
+    // The call drawn alone, from a known corner of a scratch canvas.
+    constexpr int kCornerX = 20;
+    constexpr int kCornerY = 100;
+    SoftwareCanvas scratch;
+    scratch.useGameFonts();
+    scratch.graphics.clear(rgb(0, 0, 0));
+    const int w = scratch.graphics.text(call.s, kCornerX, kCornerY, call.size, call.c, false, false);
+    int textW = 0;
+    int textH = 0;
+    TTF_Font* font = scratch.graphics.fontFor(call.size);
+    if (w == 0 || font == nullptr || TTF_SizeUTF8(font, call.s, &textW, &textH) != 0) {
+        return ::testing::AssertionFailure() << "\"" << call.s << "\" draws nothing on its own";
+    }
+    const InkSpan alone = inkSpan(scratch, {0, 0, kCanvasWidth, kCanvasHeight}, call.c, Seen::direct);
+    const int originX = call.x - (call.centreX ? textW / 2 : 0);
+    const int originY = call.y - (call.centreY ? textH / 2 : 0);
+    const InkSpan want{alone.left - kCornerX + originX, alone.right - kCornerX + originX,
+                       alone.top - kCornerY + originY, alone.bottom - kCornerY + originY};
+    const InkSpan shown = inkSpan(canvas, area, call.c, seen);
+    if (std::abs(shown.left - want.left) > 1 || std::abs(shown.right - want.right) > 1 ||
+        std::abs(shown.top - want.top) > 1 || std::abs(shown.bottom - want.bottom) > 1) {
+        return ::testing::AssertionFailure()
+               << "\"" << call.s << "\": ink spans x " << shown.left << ".." << shown.right << ", y "
+               << shown.top << ".." << shown.bottom << "; expected x " << want.left << ".."
+               << want.right << ", y " << want.top << ".." << want.bottom;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+}  // namespace vorn::test
