@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets for the catalogue scanner and the save loader
-# with clang and runs each for a bounded time (VORN_FUZZ_SECONDS, default 30)
+# with clang and runs each for a bounded time (VORN_FUZZ_SECONDS, default 20)
 # from the seed corpus in tests/fuzz/corpus. Skipped, with a note, when clang
 # is not installed. New inputs go to a scratch folder, never into the repo.
 set -euo pipefail
@@ -11,7 +11,7 @@ if ! command -v clang++ >/dev/null 2>&1; then
   exit 0
 fi
 
-seconds="${VORN_FUZZ_SECONDS:-30}"
+seconds="${VORN_FUZZ_SECONDS:-20}"
 out=build/fuzz
 mkdir -p "$out"
 flags=(-std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all -Isrc)
