@@ -13,8 +13,6 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 
 // Colours of the panel hardware; the screen-wide ones come from the palette.
-constexpr Color kInk = rgb(20, 20, 20);
-constexpr Color kOrange = rgb(255, 170, 46);
 constexpr Color kHousing = rgb(99, 77, 26);     // switch plates, gauge rim
 constexpr Color kFuseBody = rgb(119, 92, 31);   // fuse holders, the idle switch
 constexpr Color kDarkGreen = rgb(35, 112, 69);  // a thrown switch
@@ -101,9 +99,9 @@ void SwitchesLevel::render(Graphics& g) {
     for (int i = 0; i < count; ++i) {
         const Rect& r = rects[i];
         g.roundRect(r, 6, kHousing, true);
-        g.rect({r.x + 4, r.y + 4, r.w - 8, r.h - 8}, kInk, true);
+        g.rect({r.x + 4, r.y + 4, r.w - 8, r.h - 8}, palette::ink, true);
         const int leverY = up[i] ? r.y + 8 : r.y + r.h - 42;
-        g.roundRect({r.x + 8, leverY, r.w - 16, 34}, 4, up[i] ? kOrange : palette::terminalGreen, true);
+        g.roundRect({r.x + 8, leverY, r.w - 16, 34}, 4, up[i] ? palette::orange : palette::terminalGreen, true);
     }
 }
 
@@ -159,13 +157,13 @@ LevelResult FuseboxLevel::update(double /*dt*/, const InputState& in, AudioSyste
 void FuseboxLevel::render(Graphics& g) {
     g.roundRect(master, 8, live ? rgb(178, 40, 29) : palette::dimGreen, true);
     g.text(live ? "MASTER: LIVE" : "MASTER: OFF", master.x + master.w / 2, master.y + master.h / 2,
-           TextSize::Small, kInk, true, true);
+           TextSize::Small, palette::ink, true, true);
 
     for (int i = 0; i < fuseCount; ++i) {
         const Rect& f = fuses[i];
         const bool isBlown = i == blown;
         g.roundRect(f, 6, kFuseBody, true);
-        const Color core = !isBlown ? kInk : replaced ? palette::terminalGreen : rgb(127, 29, 21);
+        const Color core = !isBlown ? palette::ink : replaced ? palette::terminalGreen : rgb(127, 29, 21);
         g.rect({f.x + 8, f.y + 8, f.w - 16, f.h - 16}, core, true);
         if (isBlown && !replaced) {
             g.text("X", f.x + f.w / 2, f.y + f.h / 2, TextSize::Large, palette::alarmRed, true, true);
@@ -210,12 +208,12 @@ void ValveLevel::render(Graphics& g) {
     const int gx = playArea.x + playArea.w / 4;
     const int gy = cy;
     g.circle(gx, gy, 70, kHousing, true);
-    g.circle(gx, gy, 62, kInk, true);
+    g.circle(gx, gy, 62, palette::ink, true);
     const int h = static_cast<int>(fill * 110);
-    g.rect({gx - 18, gy - h + 55, 36, h}, kOrange, true);
+    g.rect({gx - 18, gy - h + 55, 36, h}, palette::orange, true);
     g.line(gx - 30, gy - 50, gx + 30, gy - 50, palette::terminalGreen, 3);
     g.text("TARGET", gx + 36, gy - 58, TextSize::Small, palette::terminalGreen, false, false);
-    g.text("FILL", gx, gy + 64, TextSize::Small, kOrange, true, false);
+    g.text("FILL", gx, gy + 64, TextSize::Small, palette::orange, true, false);
 
     g.circle(cx, cy, radius, rgb(109, 84, 29), true);
     g.circle(cx, cy, radius - 16, palette::greenScreen, true);
@@ -276,20 +274,20 @@ LevelResult GauntletLevel::update(double /*dt*/, const InputState& in, AudioSyst
 void GauntletLevel::render(Graphics& g) {
     const Rect& s = switchRect;
     g.roundRect(s, 6, stage >= 1 ? kDarkGreen : kFuseBody, true);
-    g.text("1", s.x + s.w / 2, s.y + s.h / 2, TextSize::Large, kInk, true, true);
+    g.text("1", s.x + s.w / 2, s.y + s.h / 2, TextSize::Large, palette::ink, true, true);
 
     const Color stageColor = stage == 2   ? palette::terminalGreen
-                             : stage == 1 ? kOrange
+                             : stage == 1 ? palette::orange
                                           : kFuseBody;
     const Color dimmed = rgb(red(stageColor) / 2, green(stageColor) / 2, blue(stageColor) / 2);
     g.circle(valveX, valveY, 70, dimmed, true);
     spokes(g, valveX, valveY, 70, angle, stageColor, 9);
-    g.text("2", valveX, valveY, TextSize::Large, kInk, true, true);
+    g.text("2", valveX, valveY, TextSize::Large, palette::ink, true, true);
 
     const Rect& d = dashRect;
     const bool ready = stage == 2;
     g.roundRect(d, 8, ready ? rgb(229, 194, 96) : rgb(30, 30, 30), true);
-    g.text("3 DASH", d.x + d.w / 2, d.y + d.h / 2, TextSize::Normal, ready ? kInk : rgb(121, 116, 103),
+    g.text("3 DASH", d.x + d.w / 2, d.y + d.h / 2, TextSize::Normal, ready ? palette::ink : rgb(121, 116, 103),
            true, true);
 
     const char* line = stage == 0   ? "SWITCH, then VALVE (left), then DASH - in order"

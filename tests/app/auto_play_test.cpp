@@ -4,6 +4,7 @@
 #include "app/difficulty.h"
 #include "data/save_data.h"
 #include "support/auto_player.h"
+#include "support/run_log.h"
 #include "stations/paperwork_stations.h"
 #include "support/headless_app.h"
 #include "support/solvers/family_solvers.h"
@@ -30,25 +31,6 @@ GameFolderOptions fallbackShift() {
     return options;
 }
 
-// The messages of the log's run lines, time stamps stripped, in order.
-std::vector<std::string> runLines(const std::string& log) {
-    std::vector<std::string> lines;
-    std::istringstream in(log);
-    const std::string marker = "] INFO  ";
-    for (std::string line; std::getline(in, line);) {
-        const std::size_t at = line.find(marker);
-        if (at == std::string::npos) {
-            continue;
-        }
-        const std::string message = line.substr(at + marker.size());
-        for (const char* tag : {"RUN:", "SHIFTCARD:", "LEVEL:", "VICTORY:", "FIRED:"}) {
-            if (message.rfind(tag, 0) == 0) {
-                lines.push_back(message);
-            }
-        }
-    }
-    return lines;
-}
 
 std::string format(const char* pattern, ...) __attribute__((format(printf, 1, 2)));
 std::string format(const char* pattern, ...) {

@@ -6,6 +6,7 @@
 #include "app/difficulty.h"
 #include "data/save_data.h"
 #include "support/auto_player.h"
+#include "support/run_log.h"
 #include "support/headless_app.h"
 
 #include <gtest/gtest.h>
@@ -21,25 +22,6 @@ namespace {
 std::uint32_t gSeed = 0;
 std::uint32_t chosenSeed() { return gSeed; }
 
-// The run's log lines, time stamps stripped.
-std::vector<std::string> runLines(const std::string& log) {
-    std::vector<std::string> lines;
-    std::istringstream in(log);
-    const std::string marker = "] INFO  ";
-    for (std::string line; std::getline(in, line);) {
-        const std::size_t at = line.find(marker);
-        if (at == std::string::npos) {
-            continue;
-        }
-        const std::string message = line.substr(at + marker.size());
-        for (const char* tag : {"RUN:", "SHIFTCARD:", "LEVEL:", "VICTORY:", "FIRED:"}) {
-            if (message.rfind(tag, 0) == 0) {
-                lines.push_back(message);
-            }
-        }
-    }
-    return lines;
-}
 
 class WholeShift : public ::testing::TestWithParam<std::tuple<Difficulty, std::uint32_t>> {};
 
