@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -40,7 +41,39 @@ TEST_P(WholeShift, TheAutomaticPlayerClearsTheShippedShift) {
     ASSERT_EQ(app.screen, GameScreen::title);
     ASSERT_EQ(app.levels.size(), 38u);
 
-    const GameScreen end = player.playShift(d, 900.0);
+    // Track each station's clock as it is cleared: the share of the clock
+    // still left when it passed is the player's margin.
+    struct Margin {
+        std::string type;
+        double left;
+        double total;
+    };
+    std::vector<Margin> margins;
+    const Level* current = nullptr;
+    Margin seen{};
+    char label[32];
+    std::snprintf(label, sizeof label, "NEW: %s", difficultyName(d));
+    ASSERT_TRUE(player.choose(label));
+    player.playUntil([&] {
+        const Level* now = app.screen == GameScreen::station ? app.station.get() : nullptr;
+        if (now != current && current != nullptr && app.screen != GameScreen::fired) {
+            margins.push_back(seen);
+        }
+        current = now;
+        if (now != nullptr) {
+            seen = Margin{now->type, app.timeLeft, app.timeTotal};
+        }
+        return app.screen == GameScreen::fired || app.screen == GameScreen::victory || !app.running;
+    }, 900.0);
+    const GameScreen end = app.screen;
+    for (const Margin& m : margins) {
+        // Greppable: the smallest margin per station and difficulty over the
+        // seeds is what decides whether a base time is generous enough.
+        std::printf("MARGIN %s %s %.1f%% of %.2f s\n", difficultyName(d), m.type.c_str(),
+                    100.0 * m.left / m.total, m.total);
+        EXPECT_GE(m.left / m.total, 0.2) << m.type << ": less than a fifth of the clock was left";
+    }
+    EXPECT_EQ(margins.size(), end == GameScreen::victory ? 38u : margins.size());
     const std::vector<std::string> lines = runLines(headless.folder.logText());
     std::string where;
     for (const std::string& line : lines) {
