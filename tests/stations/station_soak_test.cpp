@@ -50,7 +50,7 @@ TEST_P(StationSoak, RandomInputNeverBreaksTheStation) {
     // Fresh stations until enough frames have been played: stations that
     // fire on any stray click end most episodes within a few frames.
     const int numbers[] = {5, 22, 40};
-    for (std::uint32_t seed = 1; frames < 4000 && seed <= 2000; ++seed) {
+    for (std::uint32_t seed = 1; frames < 3000 && seed <= 2000; ++seed) {
         {
             const int number = numbers[seed % 3];
             LevelDef def;
@@ -84,7 +84,7 @@ TEST_P(StationSoak, RandomInputNeverBreaksTheStation) {
             }
         }
     }
-    EXPECT_GE(frames, 4000);
+    EXPECT_GE(frames, 3000);
     RecordProperty("verdicts", verdicts);
 }
 
