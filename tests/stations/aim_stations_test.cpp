@@ -59,14 +59,7 @@ Rng advanced(std::uint32_t seed, unsigned long long draws) {
 // True when some pixel of the box has exactly this colour (for text, whose
 // glyph cores are opaque).
 bool anyPixel(const test::SoftwareCanvas& canvas, const Rect& box, Color c) {
-    for (int y = box.y; y < box.y + box.h; ++y) {
-        for (int x = box.x; x < box.x + box.w; ++x) {
-            if (canvas.pixel(x, y) == c) {
-                return true;
-            }
-        }
-    }
-    return false;
+    return test::anyPixelNear(canvas, box, c, 0);
 }
 
 constexpr Color kGreen = rgb(70, 224, 138);

@@ -70,18 +70,11 @@ Rng advanced(std::uint32_t seed, unsigned long long draws) {
 // True when some pixel of the box has colour c (within 2 per channel): text
 // is anti-aliased, but its solid strokes carry the exact colour.
 bool anyPixelNear(const test::SoftwareCanvas& canvas, const Rect& box, Color c) {
-    for (int y = box.y; y < box.y + box.h; ++y) {
-        for (int x = box.x; x < box.x + box.w; ++x) {
-            if (test::near(canvas.pixel(x, y), c, 2)) {
-                return true;
-            }
-        }
-    }
-    return false;
+    return test::anyPixelNear(canvas, box, c, 2);
 }
 
-constexpr Color kInk = rgb(20, 20, 20);
-constexpr Color kOrange = rgb(255, 170, 46);
+constexpr Color kInk = palette::ink;
+constexpr Color kOrange = palette::orange;
 constexpr Color kGreen = rgb(70, 224, 138);
 
 TEST(PanelFactory, EachTypeStringMakesItsStation) {

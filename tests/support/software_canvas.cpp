@@ -56,4 +56,15 @@ bool near(Color a, Color b, int tolerance) {
            std::abs(blue(a) - blue(b)) <= tolerance && std::abs(alpha(a) - alpha(b)) <= tolerance;
 }
 
+bool anyPixelNear(const SoftwareCanvas& canvas, const Rect& box, Color c, int tolerance) {
+    for (int y = box.y; y < box.y + box.h; ++y) {
+        for (int x = box.x; x < box.x + box.w; ++x) {
+            if (near(canvas.pixel(x, y), c, tolerance)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 }  // namespace vorn::test

@@ -34,6 +34,10 @@ public:
 // (blending rounds differently between renderers).
 bool near(Color a, Color b, int tolerance);
 
+// True when some pixel of the box is within `tolerance` of colour c in every
+// channel: text is anti-aliased, but its solid strokes carry the exact colour.
+bool anyPixelNear(const SoftwareCanvas& canvas, const Rect& box, Color c, int tolerance);
+
 // The colour with full alpha: blending onto the canvas can leave its alpha a
 // step or two under 255, which no one ever sees.
 constexpr Color opaque(Color c) { return c | 0xFF000000u; }
