@@ -9,6 +9,7 @@
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
+#include "support/station_desk.h"
 
 #include <gtest/gtest.h>
 
@@ -17,38 +18,7 @@
 namespace vorn {
 namespace {
 
-// One station outside the run, driven by a hand-filled input and a silent
-// audio system; every step clears the input's edges as a frame does.
-template <typename T>
-struct Desk {
-    T level;
-    Rng rng;
-    AudioSystem silent;   // never opened: every sound is a no-op
-    InputState in;
-
-    explicit Desk(std::uint32_t seed = 5489, std::int32_t number = 11, Rect area = kPlayArea)
-        : rng(seed) {
-        LevelDef def;
-        def.number = number;
-        level.setup(def, rng, area);
-    }
-
-    void pointAt(int x, int y) {
-        in.mouseX = x;
-        in.mouseY = y;
-    }
-    LevelResult step(double dt) {
-        const LevelResult r = level.update(dt, in, silent);
-        in.clearEdges();
-        return r;
-    }
-    LevelResult press(int x, int y, double dt = 0.016) {
-        pointAt(x, y);
-        in.mousePressed = true;
-        in.mouseDown = true;
-        return step(dt);
-    }
-};
+using test::Desk;
 
 Rng advanced(std::uint32_t seed, unsigned long long draws) {
     Rng r(seed);
