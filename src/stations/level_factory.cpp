@@ -5,6 +5,7 @@
 #include "stations/panel_stations.h"
 #include "stations/code_stations.h"
 #include "stations/dial_stations.h"
+#include "stations/grid_stations.h"
 #include "stations/paperwork_stations.h"
 #include "stations/timing_stations.h"
 
@@ -51,6 +52,10 @@ const std::vector<FactoryEntry> kStations = {
     {"recall", make<RecallLevel>},
     {"memory", make<MemoryLevel>},
     {"morse", make<MorseLevel>},
+    {"lightsout", make<LightsOutLevel>},
+    {"maze", make<MazeLevel>},
+    {"pipes", make<PipesLevel>},
+    {"wires", make<WiresLevel>},
     {"switches", make<SwitchesLevel>},
     {"fusebox", make<FuseboxLevel>},
     {"valve", make<ValveLevel>},

@@ -22,6 +22,15 @@ LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
     return LevelResult::Running;
 }
 
+LevelResult acceptMove(AudioSystem& audio, bool finished) {
+    audio.playClick();
+    if (!finished) {
+        return LevelResult::Running;
+    }
+    audio.playPass();
+    return LevelResult::Solved;
+}
+
 void instructionLine(Graphics& g, const Rect& area, const char* text, int fromBottom) {
     g.text(text, area.x + area.w / 2, area.y + area.h - fromBottom, TextSize::Small,
            palette::instruction, true, false);

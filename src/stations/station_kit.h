@@ -19,6 +19,10 @@ class Graphics;
 LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
                     const InputState& in, AudioSystem& audio);
 
+// A move the station accepts: the click, and when that move finished the
+// station, the pass sound with the Solved verdict; otherwise still running.
+LevelResult acceptMove(AudioSystem& audio, bool finished);
+
 // A station's own line of orders, small and amber, centred at the foot of its
 // play area (`fromBottom` pixels above the bottom edge; 16 for nearly all).
 void instructionLine(Graphics& g, const Rect& area, const char* text, int fromBottom = 16);
