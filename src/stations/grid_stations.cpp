@@ -18,10 +18,28 @@ std::int32_t rawBelow(Rng& rng, std::uint32_t n) { return static_cast<std::int32
 // r() & 1: the low bit of one raw output.
 bool rawBit(Rng& rng) { return (rawDraw(rng) & 1u) != 0; }
 
-// The maze and pipe boards take a click only well inside a tile: 2 pixels in
-// from every edge, so a click on the seam between two tiles hits neither.
-bool insideShrunk(const Rect& cell, int x, int y) {
-    return contains(Rect{cell.x + 2, cell.y + 2, cell.w - 4, cell.h - 4}, x, y);
+// A tile of the maze or pipe board: square cells from the board's top left.
+Rect tileAt(int originX, int originY, int cell, int row, int column) {
+    return Rect{originX + cell * column, originY + cell * row, cell, cell};
+}
+
+// The tile a fresh press landed on, searched row by row. The boards take a
+// click only well inside a tile, 2 pixels in from every edge, so a click on
+// the seam between two tiles hits neither. False with no press or no tile.
+bool pressedTile(const InputState& in, int originX, int originY, int cell, int rows, int columns,
+                 int& row, int& column) {
+    if (!in.mousePressed) {
+        return false;
+    }
+    for (row = 0; row < rows; ++row) {
+        for (column = 0; column < columns; ++column) {
+            const Rect t = tileAt(originX, originY, cell, row, column);
+            if (contains(Rect{t.x + 2, t.y + 2, t.w - 4, t.h - 4}, in.mouseX, in.mouseY)) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 // The tile face the maze and the pipes both paint: the cell less 2 pixels
@@ -130,33 +148,27 @@ void MazeLevel::setup(const LevelDef& def, Rng& rng, const Rect& area) {
 }
 
 Rect MazeLevel::cellRect(std::int32_t row, std::int32_t column) const {
-    return Rect{originX + cell * column, originY + cell * row, cell, cell};
+    return tileAt(originX, originY, cell, row, column);
 }
 
 LevelResult MazeLevel::update(double /*dt*/, const InputState& in, AudioSystem& audio) {
-    if (!in.mousePressed) {
+    int row = 0;
+    int column = 0;
+    if (!pressedTile(in, originX, originY, cell, rows, columns, row, column)) {
         return LevelResult::Running;
     }
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            if (!insideShrunk(cellRect(row, column), in.mouseX, in.mouseY)) {
-                continue;
-            }
-            // Only a neighbour of the player counts; anything else, a wall
-            // included, is a click on the floor plan and costs nothing.
-            if (std::abs(row - playerRow) + std::abs(column - playerColumn) != 1) {
-                return LevelResult::Running;
-            }
-            if (wall[row][column]) {
-                audio.playFail();
-                return LevelResult::Failed;
-            }
-            playerRow = row;
-            playerColumn = column;
-            return acceptMove(audio, playerColumn == columns - 1);
-        }
+    // Only a neighbour of the player counts; anything else, a wall included,
+    // is a click on the floor plan and costs nothing.
+    if (std::abs(row - playerRow) + std::abs(column - playerColumn) != 1) {
+        return LevelResult::Running;
     }
-    return LevelResult::Running;
+    if (wall[row][column]) {
+        audio.playFail();
+        return LevelResult::Failed;
+    }
+    playerRow = row;
+    playerColumn = column;
+    return acceptMove(audio, playerColumn == columns - 1);
 }
 
 void MazeLevel::render(Graphics& g) {
@@ -212,28 +224,22 @@ bool PipesLevel::solved() const {
 }
 
 Rect PipesLevel::cellRect(std::int32_t row, std::int32_t column) const {
-    return Rect{originX + cell * column, originY + cell * row, cell, cell};
+    return tileAt(originX, originY, cell, row, column);
 }
 
 LevelResult PipesLevel::update(double /*dt*/, const InputState& in, AudioSystem& audio) {
-    if (!in.mousePressed) {
+    int row = 0;
+    int column = 0;
+    if (!pressedTile(in, originX, originY, cell, rows, columns, row, column)) {
         return LevelResult::Running;
     }
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            if (!insideShrunk(cellRect(row, column), in.mouseX, in.mouseY)) {
-                continue;
-            }
-            if (locked[row][column]) {
-                // A buzz and nothing more: the locked segment costs time only.
-                audio.playFail();
-                return LevelResult::Running;
-            }
-            rotation[row][column] = (rotation[row][column] + 1) % 4;
-            return acceptMove(audio, solved());
-        }
+    if (locked[row][column]) {
+        // A buzz and nothing more: the locked segment costs time only.
+        audio.playFail();
+        return LevelResult::Running;
     }
-    return LevelResult::Running;
+    rotation[row][column] = (rotation[row][column] + 1) % 4;
+    return acceptMove(audio, solved());
 }
 
 void PipesLevel::render(Graphics& g) {
