@@ -50,16 +50,9 @@ void DialLevel::setup(const LevelDef& def, Rng& rng, const Rect& area) {
 }
 
 LevelResult DialLevel::update(double /*dt*/, const InputState& in, AudioSystem& audio) {
-    if (in.mousePressed && distance(in.mouseX, in.mouseY, centerX, centerY) < radius + 20) {
-        grabbed = true;
-        lastX = in.mouseX;
-    }
-    if (!in.mouseDown) {
-        grabbed = false;
-    }
+    const bool inReach = distance(in.mouseX, in.mouseY, centerX, centerY) < radius + 20;
+    const int dx = sidewaysDrag(in, inReach, grabbed, lastX);
     if (grabbed) {
-        const int dx = in.mouseX - lastX;
-        lastX = in.mouseX;
         value += 0.0025 * dx;
         if (value < 0.0) {
             value = 0.0;  // the knob has a stop at zero; winding it back further does nothing

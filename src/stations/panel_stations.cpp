@@ -2,6 +2,7 @@
 
 #include "audio/audio_system.h"
 #include "gfx/graphics.h"
+#include "stations/station_kit.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,26 +35,14 @@ void spokes(Graphics& g, int cx, int cy, int reach, double degrees, Color c, int
     }
 }
 
-// One frame of a hand wheel. A press near the hub grabs it, and it stays
-// grabbed, wherever the pointer wanders, until the button comes up. Only
-// sideways motion counts: right turns it clockwise and drains the gauge,
-// left fills it.
+// One frame of a hand wheel, grabbed by a press near the hub. Only sideways
+// motion counts: right turns it clockwise and drains the gauge, left fills it.
 void turnWheel(const InputState& in, int cx, int cy, double grabRange, bool& grabbed, int& lastX,
                double& angle, double& fill) {
-    const double d = distance(in.mouseX, in.mouseY, cx, cy);
-    if (in.mousePressed && d < grabRange) {
-        grabbed = true;
-        lastX = in.mouseX;
-    }
-    if (!in.mouseDown) {
-        grabbed = false;
-    }
-    if (grabbed) {
-        const int dx = in.mouseX - lastX;
-        lastX = in.mouseX;
-        angle += 0.6 * dx;
-        fill = std::clamp(fill - 0.0016 * dx, 0.0, 1.0);
-    }
+    const bool inReach = distance(in.mouseX, in.mouseY, cx, cy) < grabRange;
+    const int dx = sidewaysDrag(in, inReach, grabbed, lastX);
+    angle += 0.6 * dx;
+    fill = std::clamp(fill - 0.0016 * dx, 0.0, 1.0);
 }
 
 constexpr double kFullEnough = 0.985;   // the gauge's target mark

@@ -22,6 +22,22 @@ LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
     return LevelResult::Running;
 }
 
+int sidewaysDrag(const InputState& in, bool pressInReach, bool& grabbed, int& lastX) {
+    if (in.mousePressed && pressInReach) {
+        grabbed = true;
+        lastX = in.mouseX;
+    }
+    if (!in.mouseDown) {
+        grabbed = false;
+    }
+    if (!grabbed) {
+        return 0;
+    }
+    const int dx = in.mouseX - lastX;
+    lastX = in.mouseX;
+    return dx;
+}
+
 LevelResult acceptMove(AudioSystem& audio, bool finished) {
     audio.playClick();
     if (!finished) {

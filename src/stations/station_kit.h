@@ -19,6 +19,12 @@ class Graphics;
 LevelResult pickOne(const Rect* boxes, std::int32_t count, std::int32_t answer,
                     const InputState& in, AudioSystem& audio);
 
+// A knob or wheel worked by sideways drags: a press within reach grabs it,
+// and it stays grabbed, wherever the pointer wanders, until the button comes
+// up. Returns the pointer's sideways motion since the last frame while it
+// is held (0 on the frame it is grabbed), and 0 when it is not.
+int sidewaysDrag(const InputState& in, bool pressInReach, bool& grabbed, int& lastX);
+
 // A move the station accepts: the click, and when that move finished the
 // station, the pass sound with the Solved verdict; otherwise still running.
 LevelResult acceptMove(AudioSystem& audio, bool finished);

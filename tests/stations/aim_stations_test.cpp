@@ -6,6 +6,7 @@
 #include "data/level_catalogue.h"
 #include "stations/aim_stations.h"
 #include "stations/level_factory.h"
+#include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
@@ -19,12 +20,6 @@ namespace vorn {
 namespace {
 
 using test::Desk;
-
-Rng advanced(std::uint32_t seed, unsigned long long draws) {
-    Rng r(seed);
-    r.discard(draws);
-    return r;
-}
 
 // True when some pixel of the box has exactly this colour (for text, whose
 // glyph cores are opaque).
@@ -105,7 +100,7 @@ TEST(WhackStation, FirstFrameSpawnsFromTheRunsEngineColourThenXThenY) {
     EXPECT_DOUBLE_EQ(s.life, 1.1 - 0.016);
     EXPECT_DOUBLE_EQ(desk.level.spawnTimer, 0.55);
     EXPECT_FALSE(desk.level.slots[1].active);
-    EXPECT_EQ(desk.rng, advanced(5489, 3));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 3));
 }
 
 TEST(WhackStation, SpawnsTakeTheFirstFreeSlotWithTheSameThreeDraws) {
@@ -119,7 +114,7 @@ TEST(WhackStation, SpawnsTakeTheFirstFreeSlotWithTheSameThreeDraws) {
     EXPECT_FALSE(s.red);
     EXPECT_EQ(s.x, 407);
     EXPECT_EQ(s.y, 561);
-    EXPECT_EQ(desk.rng, advanced(5489, 6));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 6));
 }
 
 TEST(WhackStation, DrawsDuringPlayFollowTheSpawnBeat) {
@@ -127,15 +122,15 @@ TEST(WhackStation, DrawsDuringPlayFollowTheSpawnBeat) {
     // gone after nine; three draws each, so the count follows play time.
     WhackDesk desk;
     desk.step(0.125);
-    EXPECT_EQ(desk.rng, advanced(5489, 3));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 3));
     for (int i = 0; i < 4; ++i) desk.step(0.125);
-    EXPECT_EQ(desk.rng, advanced(5489, 3));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 3));
     desk.step(0.125);
-    EXPECT_EQ(desk.rng, advanced(5489, 6));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 6));
     for (int i = 0; i < 5; ++i) desk.step(0.125);
-    EXPECT_EQ(desk.rng, advanced(5489, 9));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 9));
     EXPECT_EQ(desk.step(0.125), LevelResult::Running);
-    EXPECT_EQ(desk.rng, advanced(5489, 9));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 9));
 }
 
 TEST(WhackStation, AFullBoardSpawnsNothingAndDrawsNothing) {
@@ -270,19 +265,19 @@ TEST(DoubleClickStation, TheLitCellIsTheFirstDrawAndSeven) {
     EXPECT_EQ(desk.level.armedCell, -1);
     EXPECT_EQ(desk.level.armedTime, -1.0);
     EXPECT_EQ(desk.level.rng, &desk.rng);
-    EXPECT_EQ(desk.rng, advanced(5489, 1));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 1));
 }
 
 TEST(DoubleClickStation, TheLightMovesEveryOnePointFourSecondsWithOneDraw) {
     ClickDesk desk;
     // Eighth-second frames: 1.375 s after eleven, 1.5 s after twelve.
     for (int i = 0; i < 11; ++i) desk.step(0.125);
-    EXPECT_EQ(desk.rng, advanced(5489, 1));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 1));
     desk.step(0.125);
     EXPECT_EQ(desk.level.litCell, 6);   // 581869302 mod 8
-    EXPECT_EQ(desk.rng, advanced(5489, 2));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 2));
     for (int i = 0; i < 12; ++i) desk.step(0.125);
-    EXPECT_EQ(desk.rng, advanced(5489, 3));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 3));
 }
 
 TEST(DoubleClickStation, TwoClicksOnTheLitCellJustUnderFourTenthsApartSolve) {
@@ -388,7 +383,7 @@ TEST(PrecisionStation, TheDotStartsInTheMiddleWithTwoParityDrawsXFirst) {
     EXPECT_EQ(desk.level.y, 405.0);
     EXPECT_EQ(desk.level.vx, -40.0);
     EXPECT_EQ(desk.level.vy, 32.0);
-    EXPECT_EQ(desk.rng, advanced(42, 2));
+    EXPECT_EQ(desk.rng, test::engineAfter(42, 2));
     PrecisionDesk other(1);   // both odd
     EXPECT_EQ(other.level.vx, 40.0);
     EXPECT_EQ(other.level.vy, 32.0);
@@ -589,7 +584,7 @@ using GreasedDesk = Desk<GreasedLevel>;
 TEST(GreasedStation, TheMarkIsOneParityDrawAndTheTrackSpansThePlayArea) {
     GreasedDesk even(5489);   // 3499211612 is even: the right-hand mark
     EXPECT_EQ(even.level.mark, 0.85);
-    EXPECT_EQ(even.rng, advanced(5489, 1));
+    EXPECT_EQ(even.rng, test::engineAfter(5489, 1));
     GreasedDesk odd(1);       // 1791095845 is odd
     EXPECT_EQ(odd.level.mark, 0.15);
     EXPECT_EQ(even.level.value, 0.5);
@@ -679,7 +674,7 @@ TEST(HotColdStation, TheSpotIsTwoUniformDrawsXFirst) {
     EXPECT_EQ(desk.level.spotY, 314);   // [280, 530] from 581869302
     EXPECT_EQ(desk.level.spotRadius, 46);
     EXPECT_EQ(desk.level.heat, 0.0);
-    EXPECT_EQ(desk.rng, advanced(5489, 2));
+    EXPECT_EQ(desk.rng, test::engineAfter(5489, 2));
 }
 
 TEST(HotColdStation, HeatFallsWithDistanceOverHalfTheDiagonal) {

@@ -5,6 +5,7 @@
 #include "data/level_catalogue.h"
 #include "stations/level_factory.h"
 #include "stations/memory_stations.h"
+#include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
@@ -24,12 +25,6 @@ LevelDef recordNumbered(int number) {
     LevelDef def;
     def.number = number;
     return def;
-}
-
-Rng engineAfter(std::uint32_t seed, int draws) {
-    Rng r(seed);
-    r.discard(static_cast<unsigned long long>(draws));
-    return r;
 }
 
 // Drives a station directly, one update per call, with a silent audio system.
@@ -178,7 +173,7 @@ TEST_F(Simon, WithMaximumFourThePlayerRepeatsLengthsOneToFour) {
     }
     EXPECT_EQ(r, LevelResult::Solved);
     EXPECT_EQ(lengths, (std::vector<std::size_t>{1, 2, 3, 4}));
-    EXPECT_EQ(rng, engineAfter(2024, 4));
+    EXPECT_EQ(rng, test::engineAfter(2024, 4));
 }
 
 TEST_F(Simon, AWrongPadAtAnyStepFires) {

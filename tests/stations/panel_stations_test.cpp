@@ -5,6 +5,7 @@
 #include "data/level_catalogue.h"
 #include "stations/level_factory.h"
 #include "stations/panel_stations.h"
+#include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/station_bench.h"
 
@@ -61,12 +62,6 @@ struct Panel {
     LevelResult clickCentre(const Rect& r) { return click(r.x + r.w / 2, r.y + r.h / 2); }
 };
 
-Rng advanced(std::uint32_t seed, unsigned long long draws) {
-    Rng r(seed);
-    r.discard(draws);
-    return r;
-}
-
 // True when some pixel of the box has colour c (within 2 per channel): text
 // is anti-aliased, but its solid strokes carry the exact colour.
 bool anyPixelNear(const test::SoftwareCanvas& canvas, const Rect& box, Color c) {
@@ -107,7 +102,7 @@ TEST(SwitchesStation, EachLeverIsTheTopBitOfOneDrawInOrder) {
     for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(p.level.up[i], expected[i]) << i;
     }
-    EXPECT_EQ(p.rng, advanced(5489, 6));
+    EXPECT_EQ(p.rng, test::engineAfter(5489, 6));
 
     for (std::uint32_t seed = 1; seed <= 40; ++seed) {
         Panel<SwitchesLevel> q(seed);
@@ -227,7 +222,7 @@ TEST(FuseboxStation, MasterAboveFiveFusesAtANinetyPixelPitch) {
 TEST(FuseboxStation, TheBlownFuseIsOneDrawModuloFive) {
     Panel<FuseboxLevel> p(5489);
     EXPECT_EQ(p.level.blown, 2);   // 3499211612 % 5
-    EXPECT_EQ(p.rng, advanced(5489, 1));
+    EXPECT_EQ(p.rng, test::engineAfter(5489, 1));
     for (std::uint32_t seed = 1; seed <= 40; ++seed) {
         Panel<FuseboxLevel> q(seed);
         Rng ref(seed);

@@ -5,6 +5,7 @@
 #include "data/level_catalogue.h"
 #include "stations/level_factory.h"
 #include "stations/paperwork_stations.h"
+#include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
@@ -56,12 +57,6 @@ std::uint32_t nthRaw(std::uint32_t seed, int n) {
     return static_cast<std::uint32_t>(ref());
 }
 
-Rng advanced(std::uint32_t seed, int draws) {
-    Rng ref(seed);
-    ref.discard(static_cast<unsigned long long>(draws));
-    return ref;
-}
-
 // A canvas with the station drawn on black.
 struct Drawn {
     template <typename T>
@@ -105,7 +100,7 @@ TEST(EulaStation, LayoutAndTheExitLineIsThreeLowBitsOfOneDrawPlusSix) {
     for (std::uint32_t seed : {1u, 2u, 3u, 77u, 5489u}) {
         Desk<EulaLevel> d(seed);
         EXPECT_EQ(d.level.exitLine, static_cast<int>(nthRaw(seed, 0) & 7u) + 6) << seed;
-        EXPECT_EQ(d.rng, advanced(seed, 1)) << seed;
+        EXPECT_EQ(d.rng, test::engineAfter(seed, 1)) << seed;
     }
     Desk<EulaLevel> d;
     EXPECT_DOUBLE_EQ(d.level.scroll, 0.0);
@@ -288,7 +283,7 @@ TEST(QuizStation, FourBoxesAndTheAnswerIsOneDrawModuloFour) {
     for (std::uint32_t seed : {1u, 2u, 3u, 4u, 5489u}) {
         Desk<QuizLevel> d(seed);
         EXPECT_EQ(d.level.answer, static_cast<int>(nthRaw(seed, 0) % 4u)) << seed;
-        EXPECT_EQ(d.rng, advanced(seed, 1)) << seed;
+        EXPECT_EQ(d.rng, test::engineAfter(seed, 1)) << seed;
     }
     Desk<QuizLevel> d;
     EXPECT_EQ(d.level.count, 4);
@@ -470,7 +465,7 @@ TEST(StampStation, TheTopBitOfOneDrawSwapsThePads) {
         const std::uint32_t seed = seedWithTopBit(set);
         Desk<StampLevel> d(seed);
         EXPECT_EQ(d.level.swapped, set);
-        EXPECT_EQ(d.rng, advanced(seed, 1));
+        EXPECT_EQ(d.rng, test::engineAfter(seed, 1));
         EXPECT_EQ(d.level.leftPad.x, 263 + 210 - 90);
         EXPECT_EQ(d.level.rightPad.x, 263 + 630 - 90);
         EXPECT_EQ(d.level.leftPad.y, kTop + 215 - 70);
@@ -512,7 +507,7 @@ TEST(ReverseStation, TheMarkIsOneDrawsLowBitAndTheLayoutIsFixed) {
     for (std::uint32_t seed : {1u, 2u, 3u, 4u, 5489u}) {
         Desk<ReverseLevel> d(seed);
         EXPECT_DOUBLE_EQ(d.level.target, (nthRaw(seed, 0) & 1u) == 1u ? 0.12 : 0.88) << seed;
-        EXPECT_EQ(d.rng, advanced(seed, 1)) << seed;
+        EXPECT_EQ(d.rng, test::engineAfter(seed, 1)) << seed;
     }
     Desk<ReverseLevel> d;
     EXPECT_DOUBLE_EQ(d.level.position, 0.5);

@@ -5,6 +5,7 @@
 #include "data/level_catalogue.h"
 #include "stations/level_factory.h"
 #include "stations/timing_stations.h"
+#include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
@@ -73,12 +74,6 @@ std::unique_ptr<T> made(const char* type, std::int32_t number, Rng& rng) {
     return level;
 }
 
-Rng advancedBy(std::uint32_t seed, unsigned long long draws) {
-    Rng r(seed);
-    r.discard(draws);
-    return r;
-}
-
 // ------------------------------------------------------------------ factory
 
 TEST(TimingFamily, TheFactoryMakesEachTimingStationFromItsTypeString) {
@@ -134,7 +129,7 @@ TEST(ButtonStation, TheBigButtonSitsMidAreaAndThePlateIsDrawnYThenX) {
     EXPECT_EQ(level.target.w, 38);
     EXPECT_EQ(level.target.h, 24);
     EXPECT_EQ(level.flashTimer, 0.0);
-    EXPECT_EQ(rng, advancedBy(5489, 2));
+    EXPECT_EQ(rng, test::engineAfter(5489, 2));
 }
 
 TEST(ButtonStation, AnotherSeedPlacesThePlateElsewhere) {
@@ -143,7 +138,7 @@ TEST(ButtonStation, AnotherSeedPlacesThePlateElsewhere) {
     lay(level, "button", 1, rng);
     EXPECT_EQ(level.target.y, 422);
     EXPECT_EQ(level.target.x, 854);
-    EXPECT_EQ(rng, advancedBy(2024, 2));
+    EXPECT_EQ(rng, test::engineAfter(2024, 2));
 }
 
 TEST(ButtonStation, PressingThePlatePasses) {
@@ -612,7 +607,7 @@ TEST(PatienceStation, TheWaitIsOneRawDrawModuloAHundred) {
     lay(level, "patience", 3, rng);
     // 3499211612 mod 100 = 12: 0.12 x 1.5 + 2.6.
     EXPECT_DOUBLE_EQ(level.wait, 2.78);
-    EXPECT_EQ(rng, advancedBy(5489, 1));
+    EXPECT_EQ(rng, test::engineAfter(5489, 1));
     EXPECT_EQ(level.button.x, 593);
     EXPECT_EQ(level.button.y, 445);
     EXPECT_EQ(level.button.w, 180);

@@ -9,6 +9,14 @@
 
 namespace vorn::test {
 
+// A fresh engine of this seed with its first `draws` outputs spent: where
+// the engine must stand once a station has made that many raw draws.
+inline Rng engineAfter(std::uint32_t seed, unsigned long long draws) {
+    Rng r(seed);
+    r.discard(draws);
+    return r;
+}
+
 // A uniform integer in [0, n - 1]: the high word of raw x n, drawing again
 // while the low word falls below 2^32 mod n.
 inline std::int32_t uniformBelowByHand(Rng& rng, std::uint32_t n) {

@@ -21,17 +21,17 @@ public:
                 ++pressed;
             }
             wasDown = true;
-            return Intent{hand.x, hand.y, false};
+            return stayPut(hand);
         }
         wasDown = false;
         int seen = 0;
         for (int key = 0; key < 9; ++key) {
             if (level.isLit(key) && seen++ == pressed) {
                 const Rect& k = level.keys[key];
-                return clickAt(hand, k.x + k.w / 2, k.y + k.h / 2);
+                return clickCentre(hand, k);
             }
         }
-        return Intent{hand.x, hand.y, false};
+        return stayPut(hand);
     }
 
 private:
@@ -47,16 +47,16 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const LiarKeypadLevel&>(station);
         if (level.progress >= 3) {
-            return Intent{hand.x, hand.y, false};
+            return stayPut(hand);
         }
         const int label = (level.code[level.progress] + 9) % 10;
         for (int key = 0; key < 10; ++key) {
             if (LiarKeypadLevel::shownDigit(key) == label) {
                 const Rect& k = level.keys[key];
-                return clickAt(hand, k.x + k.w / 2, k.y + k.h / 2);
+                return clickCentre(hand, k);
             }
         }
-        return Intent{hand.x, hand.y, false};
+        return stayPut(hand);
     }
 };
 

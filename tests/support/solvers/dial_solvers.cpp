@@ -19,7 +19,7 @@ public:
         const int grabY = level.centerY;
         if (!level.grabbed) {
             if (hand.down) {
-                return Intent{hand.x, hand.y, false};
+                return stayPut(hand);
             }
             return Intent{grabX, grabY, true};
         }
@@ -37,7 +37,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const ComboLevel&>(station);
         if (level.stage >= 3) {
-            return Intent{hand.x, hand.y, false};
+            return stayPut(hand);
         }
         const int ahead = ((level.code[level.stage] - level.position) % 12 + 12) % 12;
         const bool clockwise = ahead <= 6;  // also when already there: away, then back
@@ -59,7 +59,7 @@ public:
                 return clickAt(hand, t.x + t.w / 2, y);
             }
         }
-        return Intent{hand.x, hand.y, false};
+        return stayPut(hand);
     }
 };
 
@@ -72,7 +72,7 @@ public:
         // The right end's drop as the beam is drawn.
         const int drop = static_cast<int>(std::sin((level.weight - level.target) * 0.02) * 120);
         const Rect& b = drop < 0 ? level.addButton : level.removeButton;
-        return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+        return clickCentre(hand, b);
     }
 };
 

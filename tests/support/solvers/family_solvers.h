@@ -24,5 +24,13 @@ std::unique_ptr<Solver> makePaperworkSolver(const std::string& type);
 // presses, and lets go on the first frame it sees its own press. Solvers that
 // click one thing after another call it with their current target.
 Intent clickAt(const Hand& hand, int x, int y);
+// The same click on the middle of a rectangle: a key, a pad, a tile.
+Intent clickCentre(const Hand& hand, const Rect& r);
+
+// Hands off: the pointer stays where it is and the button comes up.
+inline Intent stayPut(const Hand& hand) { return Intent{hand.x, hand.y, false}; }
+
+inline int centreX(const Rect& r) { return r.x + r.w / 2; }
+inline int centreY(const Rect& r) { return r.y + r.h / 2; }
 
 }  // namespace vorn::test

@@ -13,13 +13,6 @@ namespace vorn::test {
 
 namespace {
 
-int centreX(const Rect& r) { return r.x + r.w / 2; }
-int centreY(const Rect& r) { return r.y + r.h / 2; }
-
-Intent clickCentre(const Hand& hand, const Rect& r) { return clickAt(hand, centreX(r), centreY(r)); }
-
-Intent stayPut(const Hand& hand) { return Intent{hand.x, hand.y, false}; }
-
 // Lighting panel: the presses that light everything, worked out the way a
 // puzzle fan would, by trying every set of cells (a press twice over is no
 // press at all, so each cell is pressed at most once). A panel that is

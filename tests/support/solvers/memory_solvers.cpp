@@ -108,9 +108,6 @@ private:
     double until = 0.0;
 };
 
-int centreX(const Rect& r) { return r.x + r.w / 2; }
-int centreY(const Rect& r) { return r.y + r.h / 2; }
-
 // Simon: note each flash as it lights, then play the round back. "WATCH"
 // says when a round starts, and the status line says how long it is, so the
 // first press can be timed to land just after the show ends.

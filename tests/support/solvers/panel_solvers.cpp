@@ -13,10 +13,10 @@ public:
         for (int i = 0; i < level.count; ++i) {
             if (level.up[i]) {
                 const Rect& r = level.rects[i];
-                return clickAt(hand, r.x + r.w / 2, r.y + r.h / 2);
+                return clickCentre(hand, r);
             }
         }
-        return Intent{hand.x, hand.y, false};
+        return stayPut(hand);
     }
 };
 
@@ -30,9 +30,9 @@ public:
         const Rect& m = level.master;
         if (!level.replaced && !level.live) {
             const Rect& f = level.fuses[level.blown];
-            return clickAt(hand, f.x + f.w / 2, f.y + f.h / 2);
+            return clickCentre(hand, f);
         }
-        return clickAt(hand, m.x + m.w / 2, m.y + m.h / 2);
+        return clickCentre(hand, m);
     }
 };
 
@@ -63,13 +63,13 @@ public:
         const auto& level = dynamic_cast<const GauntletLevel&>(station);
         if (level.stage == 0) {
             const Rect& s = level.switchRect;
-            return clickAt(hand, s.x + s.w / 2, s.y + s.h / 2);
+            return clickCentre(hand, s);
         }
         if (level.stage == 1) {
             return pullWheelLeft(hand, level.valveX, level.valveY, level.grabbed);
         }
         const Rect& d = level.dashRect;
-        return clickAt(hand, d.x + d.w / 2, d.y + d.h / 2);
+        return clickCentre(hand, d);
     }
 };
 

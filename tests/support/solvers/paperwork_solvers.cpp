@@ -47,7 +47,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const SettingsLevel&>(station);
         const Rect& b = level.enabled ? level.toggle : level.proceedButton;
-        return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+        return clickCentre(hand, b);
     }
 };
 
@@ -57,7 +57,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const QuizLevel&>(station);
         const Rect& b = level.boxes[level.answer];
-        return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+        return clickCentre(hand, b);
     }
 };
 
@@ -69,10 +69,10 @@ public:
         for (int i = 0; i < 4; ++i) {
             if (level.swatchColors[i] == level.word) {
                 const Rect& b = level.swatches[i];
-                return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+                return clickCentre(hand, b);
             }
         }
-        return Intent{hand.x, hand.y, false};
+        return stayPut(hand);
     }
 };
 
@@ -82,7 +82,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const StampLevel&>(station);
         const Rect& b = level.rejectedPad();
-        return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+        return clickCentre(hand, b);
     }
 };
 
@@ -93,7 +93,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const ReverseLevel&>(station);
         const Rect& b = level.position < level.target ? level.leftButton : level.rightButton;
-        return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+        return clickCentre(hand, b);
     }
 };
 
@@ -103,7 +103,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const GenericLevel&>(station);
         const Rect& b = level.boxes[level.answer];
-        return clickAt(hand, b.x + b.w / 2, b.y + b.h / 2);
+        return clickCentre(hand, b);
     }
 };
 

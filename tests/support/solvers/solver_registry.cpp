@@ -6,6 +6,10 @@ Intent clickAt(const Hand& hand, int x, int y) {
     return Intent{x, y, !hand.down};
 }
 
+Intent clickCentre(const Hand& hand, const Rect& r) {
+    return clickAt(hand, centreX(r), centreY(r));
+}
+
 std::unique_ptr<Solver> makeSolver(const std::string& type) {
     using Maker = std::unique_ptr<Solver> (*)(const std::string&);
     const Maker families[] = {makeTimingSolver, makeAimSolver,  makeMemorySolver,

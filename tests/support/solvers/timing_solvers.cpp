@@ -65,7 +65,7 @@ public:
     Intent decide(const Level& station, const Hand& hand, double /*t*/) override {
         const auto& level = dynamic_cast<const ButtonLevel&>(station);
         const Rect& plate = level.target;
-        return clickAt(hand, plate.x + plate.w / 2, plate.y + plate.h / 2);
+        return clickCentre(hand, plate);
     }
 };
 
