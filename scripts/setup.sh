@@ -2,15 +2,38 @@
 # Installs the Debian packages the game needs to build, run and test.
 # Quick when everything is already there: it asks dpkg first and only calls
 # apt-get for what is missing.
+#
+#   scripts/setup.sh           the native build, its tests and tools
+#   scripts/setup.sh windows   the Windows cross build: MinGW-w64, Wine, unzip,
+#                              and Debian's source entries for apt-get source
 set -euo pipefail
 
-packages=(
-  cmake ninja-build g++ pkg-config
-  libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
-  libgtest-dev python3 lame vorbis-tools
-  xvfb xdotool imagemagick
-  fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
-)
+case "${1:-native}" in
+  native)
+    packages=(
+      cmake ninja-build g++ pkg-config
+      libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
+      libgtest-dev python3 lame vorbis-tools
+      xvfb xdotool imagemagick
+      fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
+    ) ;;
+  windows)
+    packages=(g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev unzip) ;;
+  *)
+    echo "setup: unknown package set '$1' (native or windows)" >&2
+    exit 2 ;;
+esac
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null 2>&1; then
+    sudo "$@"
+  else
+    echo "setup: '$*' needs root, and neither root nor sudo is available" >&2
+    exit 1
+  fi
+}
 
 missing=()
 for p in "${packages[@]}"; do
@@ -19,19 +42,29 @@ for p in "${packages[@]}"; do
   fi
 done
 
-if [ "${#missing[@]}" -eq 0 ]; then
+# apt-get source needs deb-src entries; Debian's images ship only deb ones.
+# Ours mirror the configured Debian sources exactly, so the sources fetched
+# are those of the binaries installed.
+refresh=0
+deb_src=/etc/apt/sources.list.d/vornco-deb-src
+if [ "${1:-native}" = windows ] && [ ! -f "$deb_src.sources" ] && [ ! -f "$deb_src.list" ]; then
+  if [ -f /etc/apt/sources.list.d/debian.sources ]; then
+    sed 's/^Types: deb$/Types: deb-src/' /etc/apt/sources.list.d/debian.sources \
+      | as_root tee "$deb_src.sources" >/dev/null
+  else
+    grep -h '^deb ' /etc/apt/sources.list 2>/dev/null | sed 's/^deb /deb-src /' \
+      | as_root tee "$deb_src.list" >/dev/null
+  fi
+  refresh=1
+fi
+
+if [ "${#missing[@]}" -eq 0 ] && [ "$refresh" -eq 0 ]; then
   exit 0
 fi
 
-echo "setup: installing ${missing[*]}"
-if [ "$(id -u)" -eq 0 ]; then
-  sudo_cmd=()
-elif command -v sudo >/dev/null 2>&1; then
-  sudo_cmd=(sudo)
-else
-  echo "setup: missing packages (${missing[*]}) and neither root nor sudo is available" >&2
-  exit 1
-fi
 export DEBIAN_FRONTEND=noninteractive
-"${sudo_cmd[@]}" apt-get update -qq
-"${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+as_root apt-get update -qq
+if [ "${#missing[@]}" -gt 0 ]; then
+  echo "setup: installing ${missing[*]}"
+  as_root apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi

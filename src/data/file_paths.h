@@ -3,6 +3,7 @@
 // strings SDL and its companions take, an existence test that never throws,
 // and the ASCII lower-casing used to compare file names and extensions.
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -14,6 +15,11 @@ std::string pathString(const std::filesystem::path& path);
 // True when the path names any existing entry (file, folder or other); false
 // when it does not, or when its status cannot be read. Never throws.
 bool pathExists(const std::string& path);
+
+// std::fopen for a UTF-8 path. The narrow fopen of Windows' C runtime reads
+// the path in the ANSI code page, so a folder named in any other script would
+// not open there; this one takes the path as UTF-8 on every platform.
+std::FILE* openFile(const std::string& path, const char* mode);
 
 // The text with A-Z turned into a-z and every other byte left alone.
 std::string lowerAscii(std::string text);

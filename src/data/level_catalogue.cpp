@@ -1,5 +1,6 @@
 #include "data/level_catalogue.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -57,7 +58,7 @@ std::string phaseForNumber(std::int32_t number) {
 }
 
 std::string readWholeFile(const std::string& path, bool& ok) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(std::filesystem::u8path(path), std::ios::binary);
     if (!in) {
         ok = false;
         return std::string();

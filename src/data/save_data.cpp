@@ -1,6 +1,7 @@
 #include "data/save_data.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <stdexcept>
@@ -83,7 +84,7 @@ void loadSaveFrom(SaveData& save, std::istream& in) {
 
 void loadSave(SaveData& save, const std::string& path) {
     save.path = path;
-    std::ifstream in(path);
+    std::ifstream in(std::filesystem::u8path(path));
     if (!in) {
         return;   // no file yet: a new player, with the defaults
     }
@@ -105,7 +106,7 @@ void writeSave(const SaveData& save) {
     }
     // The whole file is rewritten each time; a failed open leaves the game
     // running on its in-memory values.
-    std::ofstream out(save.path, std::ios::out | std::ios::trunc);
+    std::ofstream out(std::filesystem::u8path(save.path), std::ios::out | std::ios::trunc);
     if (!out) {
         return;
     }

@@ -8,6 +8,7 @@
 
 #include "gfx/color.h"
 #include "gfx/geometry.h"
+#include "log/printf_format.h"
 
 #include <SDL.h>
 #include <SDL_ttf.h>
@@ -76,7 +77,7 @@ public:
     TTF_Font* fontFor(TextSize size);
 
     static int formatInto(char* buffer, std::size_t size, const char* format, ...)
-        SDL_PRINTF_VARARG_FUNC(3);
+        VORN_PRINTF_FORMAT(3);
 
     // The glass effects laid over the terminal screens just before present:
     // scan lines, darkened edges and a faint glare, clipped to the glass.

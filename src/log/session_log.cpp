@@ -1,5 +1,7 @@
 #include "log/session_log.h"
 
+#include "data/file_paths.h"
+
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
@@ -59,7 +61,7 @@ void openLog(const std::string& path, const std::string& build) {
         }
         // Append, never truncate: every run adds its own block under the
         // previous ones, so one file tells the story of several sessions.
-        std::FILE* file = std::fopen(path.c_str(), "a");
+        std::FILE* file = openFile(path, "a");
         if (file != nullptr) {
             char when[32];
             formatNow(when, sizeof when, "%Y-%m-%d %H:%M:%S");

@@ -5,6 +5,8 @@
 // sent with SDL_Log is routed into the same file by sdlOutput. One mutex
 // serialises every write, because SDL may log from its own threads.
 
+#include "log/printf_format.h"
+
 #include <SDL.h>
 
 #include <string>
@@ -12,7 +14,7 @@
 namespace vorn {
 
 void openLog(const std::string& path, const std::string& build);
-void logInfo(const char* format, ...) SDL_PRINTF_VARARG_FUNC(1);
+void logInfo(const char* format, ...) VORN_PRINTF_FORMAT(1);
 void logSection(const char* title);
 void sdlOutput(void* userdata, int category, SDL_LogPriority priority, const char* message);
 void closeLog();
