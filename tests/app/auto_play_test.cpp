@@ -3,6 +3,7 @@
 
 #include "app/difficulty.h"
 #include "data/save_data.h"
+#include "log/printf_format.h"
 #include "support/auto_player.h"
 #include "support/run_log.h"
 #include "stations/paperwork_stations.h"
@@ -32,7 +33,7 @@ GameFolderOptions fallbackShift() {
 }
 
 
-std::string format(const char* pattern, ...) __attribute__((format(printf, 1, 2)));
+std::string format(const char* pattern, ...) VORN_PRINTF_FORMAT(1);
 std::string format(const char* pattern, ...) {
     char buffer[256];
     va_list args;

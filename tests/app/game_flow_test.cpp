@@ -44,7 +44,7 @@ TEST_F(GameFlow, SilentSplashRevealsAtOneAndAHalfSecondsAndEndsAtThree) {
     driver.frame(kFrame);        // 3.0 s
     EXPECT_EQ(app.screen, GameScreen::title);
     EXPECT_TRUE(app.save.splashSeen);
-    EXPECT_NE(readFile(headless.folder.dir.path() / "data" / "vornco_save.txt").find("splashSeen=1"),
+    EXPECT_NE(readTextFile(headless.folder.dir.path() / "data" / "vornco_save.txt").find("splashSeen=1"),
               std::string::npos);
 }
 
@@ -134,7 +134,7 @@ TEST_F(TitleMenu, ARestingPointerHoldsItsRowAgainstTheKeys) {
 }
 
 TEST_F(TitleMenu, ConfirmChoosesTheHighlightedDifficultyWithoutWritingTheSave) {
-    const std::string before = readFile(headless.folder.dir.path() / "data" / "vornco_save.txt");
+    const std::string before = readTextFile(headless.folder.dir.path() / "data" / "vornco_save.txt");
     driver.key(SDLK_DOWN);
     driver.frame(kFrame);
     driver.key(SDLK_DOWN);
@@ -144,7 +144,7 @@ TEST_F(TitleMenu, ConfirmChoosesTheHighlightedDifficultyWithoutWritingTheSave) {
     EXPECT_EQ(app.screen, GameScreen::shiftCard);
     EXPECT_EQ(app.difficulty, Difficulty::hard);
     EXPECT_EQ(app.save.lastDifficulty, 2);
-    EXPECT_EQ(readFile(headless.folder.dir.path() / "data" / "vornco_save.txt"), before);
+    EXPECT_EQ(readTextFile(headless.folder.dir.path() / "data" / "vornco_save.txt"), before);
 }
 
 TEST_F(TitleMenu, QuitStopsTheGame) {

@@ -116,7 +116,7 @@ TEST(RandomSession, ALongSessionOfRandomInputEndsWithAWellFormedLogAndSave) {
     EXPECT_NE(last.find("session end"), std::string::npos) << last;
 
     // The save file: the header and the five keys, each once, as digits.
-    std::istringstream save(readFile(headless.folder.dir.path() / "data" / "vornco_save.txt"));
+    std::istringstream save(readTextFile(headless.folder.dir.path() / "data" / "vornco_save.txt"));
     std::string header;
     std::getline(save, header);
     EXPECT_EQ(header.rfind("#", 0), 0u) << header;

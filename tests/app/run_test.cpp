@@ -3,6 +3,7 @@
 
 #include "support/headless_app.h"
 #include "stations/paperwork_stations.h"
+#include "support/draws_by_hand.h"
 #include "support/probe_station.h"
 
 #include <gtest/gtest.h>
@@ -81,6 +82,59 @@ TEST_F(Run, SameSeedDealsTheSameOrderAndLayouts) {
     EXPECT_EQ(answers[0], answers[1]);
     app().startRunWithSeed(Difficulty::hard, 1235);
     EXPECT_NE(app().stationOrder, orders[0]);
+}
+
+// The shipped catalogue dealt for seed 2026. The numbers below were worked out
+// once with an MT19937 written separately from its published definition (and
+// checked against its published 10000th output for seed 5489), shuffling
+// probation, then the shift, then overtime with the multiply-and-reject draw.
+// Both builds, native and Windows, must deal exactly this order.
+TEST_F(Run, TheShippedCatalogueDealsThisOrderForSeed2026) {
+    headless = std::make_unique<HeadlessApp>("run_pinned");
+    ASSERT_TRUE(headless->started);
+    ASSERT_EQ(app().levels.size(), 38u);
+    app().startRunWithSeed(Difficulty::medium, 2026);
+    const std::vector<int> expected{8,  4,  3,  1,  10, 6,  9,  2,  7,  5,  20, 34, 18,
+                                    23, 16, 27, 17, 14, 24, 28, 40, 15, 13, 21, 42, 12,
+                                    29, 30, 35, 41, 11, 25, 26, 22, 19, 32, 33, 31};
+    std::vector<int> dealt;
+    for (int i = 0; i < static_cast<int>(app().stationOrder.size()); ++i) {
+        dealt.push_back(numberAt(i));
+    }
+    EXPECT_EQ(dealt, expected);
+    // 9 + 24 + 2 swaps, none of whose draws was rejected: 35 raw draws spent.
+    EXPECT_EQ(app().rng, engineAfter(2026, 35));
+}
+
+// The same deal worked out longhand in the test for several seeds: group by
+// number in file order, then shuffle each group with draws made by hand.
+TEST_F(Run, EverySeedDealsTheGroupsShuffledByTheLonghandRule) {
+    headless = std::make_unique<HeadlessApp>("run_longhand");
+    ASSERT_TRUE(headless->started);
+    for (std::uint32_t seed : {1u, 11u, 2026u, 4000000000u}) {
+        std::vector<int> groups[3];
+        for (const LevelDef& def : app().levels) {
+            const int n = def.number;
+            groups[n <= 10 ? 0 : (n >= 31 && n <= 33 ? 2 : 1)].push_back(n);
+        }
+        Rng byHand(seed);
+        std::vector<int> expected;
+        for (std::vector<int>& group : groups) {
+            for (std::size_t i = 1; i < group.size(); ++i) {
+                const auto j = static_cast<std::size_t>(
+                    uniformBelowByHand(byHand, static_cast<std::uint32_t>(i + 1)));
+                std::swap(group[i], group[j]);
+            }
+            expected.insert(expected.end(), group.begin(), group.end());
+        }
+        app().startRunWithSeed(Difficulty::hard, seed);
+        std::vector<int> dealt;
+        for (int i = 0; i < static_cast<int>(app().stationOrder.size()); ++i) {
+            dealt.push_back(numberAt(i));
+        }
+        EXPECT_EQ(dealt, expected) << "seed " << seed;
+        EXPECT_EQ(app().rng, byHand) << "seed " << seed;
+    }
 }
 
 TEST_F(Run, EmptyCatalogueGoesStraightBackToTheTitle) {
@@ -236,7 +290,7 @@ TEST_F(Run, AFailedVerdictFiresAndWritesTheSave) {
     probe().verdict = LevelResult::Failed;
     app().update(0.05);
     EXPECT_EQ(app().screen, GameScreen::fired);
-    EXPECT_NE(readFile(headless->folder.dir.path() / "data" / "vornco_save.txt").find("timesFired=1"),
+    EXPECT_NE(readTextFile(headless->folder.dir.path() / "data" / "vornco_save.txt").find("timesFired=1"),
               std::string::npos);
 }
 
@@ -274,7 +328,7 @@ TEST_F(Run, VictoryOnEasyAlwaysAwardsACard) {
     EXPECT_EQ(app().save.clockInCards, 1);
     EXPECT_NE(log().find("VICTORY: difficulty=EASY clockInChance=1.00 awarded=YES totalCards=1"),
               std::string::npos);
-    EXPECT_NE(readFile(headless->folder.dir.path() / "data" / "vornco_save.txt").find("clockInCards=1"),
+    EXPECT_NE(readTextFile(headless->folder.dir.path() / "data" / "vornco_save.txt").find("clockInCards=1"),
               std::string::npos);
 }
 

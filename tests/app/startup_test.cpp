@@ -5,6 +5,7 @@
 #include "app/paths.h"
 #include "support/game_process.h"
 #include "support/headless_app.h"
+#include "support/test_platform.h"
 
 #include <SDL_ttf.h>
 #include <gtest/gtest.h>
@@ -59,19 +60,22 @@ TEST(BaseFolder, NoAnswerFromSdlMeansWorkingDirectory) {
 TEST(Startup, DataPathJoinsBaseDataAndName) {
     Application app;
     app.basePath = "/games/vorn";
-    EXPECT_EQ(app.dataPath("levels/levels.json"), "/games/vorn/data/levels/levels.json");
-    EXPECT_EQ(app.dataPath("music"), "/games/vorn/data/music");
+    // The name is one part of the join, so its own '/' stays as it is.
+    EXPECT_EQ(app.dataPath("levels/levels.json"),
+              std::string("/games/vorn") + kSep + "data" + kSep + "levels/levels.json");
+    EXPECT_EQ(app.dataPath("music"), std::string("/games/vorn") + kSep + "data" + kSep + "music");
 }
 
 TEST(Startup, MissingFontsIconLogoAndCatalogueDoNotStopTheStart) {
     HeadlessApp headless("bare_start", GameFolderOptions{false, false, "", {}});
     ASSERT_TRUE(headless.started);
     EXPECT_EQ(headless.app.basePath, ".");
-    EXPECT_EQ(headless.app.assetsPath, "./assets");
-    EXPECT_EQ(headless.app.musicPath, "./data/music");
+    const std::string assets = std::string(".") + kSep + "assets";
+    EXPECT_EQ(headless.app.assetsPath, assets);
+    EXPECT_EQ(headless.app.musicPath, std::string(".") + kSep + "data" + kSep + "music");
     const std::string log = headless.folder.logText();
-    EXPECT_NE(log.find("DIAG: window icon not loaded from './assets/images/app_icon.png' ("),
-              std::string::npos)
+    const std::string icon = assets + kSep + "images" + kSep + "app_icon.png";
+    EXPECT_NE(log.find("DIAG: window icon not loaded from '" + icon + "' ("), std::string::npos)
         << log;
 }
 
@@ -95,7 +99,9 @@ TEST(Startup, ReportsDisplayAndPathsThroughTheLog) {
     const std::string log = headless.folder.logText();
     EXPECT_NE(log.find("INFO  Display: renderer output "), std::string::npos) << log;
     EXPECT_NE(log.find("(logical 1366x768)"), std::string::npos) << log;
-    EXPECT_NE(log.find("INFO  Paths: base='.' music='./data/music' assets='./assets'"),
+    const std::string music = std::string(".") + kSep + "data" + kSep + "music";
+    const std::string assets = std::string(".") + kSep + "assets";
+    EXPECT_NE(log.find("INFO  Paths: base='.' music='" + music + "' assets='" + assets + "'"),
               std::string::npos)
         << log;
 }
@@ -104,14 +110,18 @@ TEST(Startup, StartupEnvironmentLinesComeInOrder) {
     HeadlessApp headless("env_lines");
     ASSERT_TRUE(headless.started);
     const std::string log = headless.folder.logText();
-    const char* expected[] = {
-        "---- startup environment ----", "INFO  Game: The Vorn Co. build v0.01",
-        "INFO  Paths: base='.'",          "INFO  Paths: music='./data/music'",
-        "INFO  Paths: assets='./assets'", "INFO  SDL: linked ",
-        "INFO  SDL: video driver 'dummy'", "INFO  Display: renderer output",
+    const std::string expected[] = {
+        "---- startup environment ----",
+        "INFO  Game: The Vorn Co. build v0.01",
+        "INFO  Paths: base='.'",
+        std::string("INFO  Paths: music='.") + kSep + "data" + kSep + "music'",
+        std::string("INFO  Paths: assets='.") + kSep + "assets'",
+        "INFO  SDL: linked ",
+        "INFO  SDL: video driver 'dummy'",
+        "INFO  Display: renderer output",
     };
     std::size_t at = 0;
-    for (const char* line : expected) {
+    for (const std::string& line : expected) {
         const std::size_t found = log.find(line, at);
         ASSERT_NE(found, std::string::npos) << "missing or out of order: " << line << "\n" << log;
         at = found;
@@ -119,7 +129,7 @@ TEST(Startup, StartupEnvironmentLinesComeInOrder) {
 }
 
 TEST(Startup, FailedInitStillShutsEverythingDown) {
-    ::setenv("SDL_VIDEODRIVER", "no-such-driver", 1);
+    ScopedEnvironment noVideo("SDL_VIDEODRIVER", "no-such-driver");
     Application app;
     EXPECT_FALSE(app.init());
     app.shutdown();
@@ -135,15 +145,35 @@ TEST(Startup, ShutdownIsSafeWithoutInit) {
     EXPECT_EQ(app.window, nullptr);
 }
 
+// A player's copy of the built game in a scratch folder, so the real
+// executable writes its log and save there and never into the build.
+struct Install {
+    Install() {
+        fs::copy_file(gameExecutable(), dir.path() / gameExecutable().filename());
+        fs::create_directories(dir.path() / "data");
+        fs::copy(gameFolder() / "data" / "levels", dir.path() / "data" / "levels");
+        shareFolder(gameFolder() / "assets", dir.path() / "assets");
+    }
+    fs::path executable() const { return dir.path() / gameExecutable().filename(); }
+
+    TempDir dir{"install"};
+};
+
 TEST(GameExecutable, SigtermEndsANormalSessionWithExitCodeZero) {
-    GameProcess game(fs::path(VORN_GAME_DIR) / "vornco", fs::path(VORN_GAME_DIR));
+    VORN_NATIVE_ONLY("Windows sends a console program no SIGTERM; its players close the window, "
+                     "which the real-window test plays under Wine");
+    Install install;
+    GameProcess game(install.executable(), install.dir.path());
     ASSERT_TRUE(game.waitForOutput("DIAG: --- end of startup diagnostics ---")) << game.output();
-    game.terminate();
+    ASSERT_TRUE(game.requestStop());
     EXPECT_EQ(game.waitForExit(), 0) << game.output();
+    EXPECT_NE(readTextFile(install.dir.path() / "data" / "vornco_log.txt").find("session end"),
+              std::string::npos);
 }
 
 TEST(GameExecutable, QuitsWithExitCodeOneWhenSdlCannotStart) {
-    GameProcess game(fs::path(VORN_GAME_DIR) / "vornco", fs::path(VORN_GAME_DIR),
+    Install install;
+    GameProcess game(install.executable(), install.dir.path(),
                      {{"SDL_VIDEODRIVER", "no-such-driver"}});
     EXPECT_EQ(game.waitForExit(), 1);
     EXPECT_NE(game.output().find("SDL_Init failed: "), std::string::npos) << game.output();
@@ -151,18 +181,44 @@ TEST(GameExecutable, QuitsWithExitCodeOneWhenSdlCannotStart) {
         << game.output();
 }
 
+// Every file the game opens goes through a UTF-8 path, so an install folder
+// named in another script, with a space in it, works like any other: the log
+// is written there, and the fonts, images, sounds and catalogue are all found.
+TEST(GameExecutable, RunsFromAFolderWithANonAsciiNameAndASpace) {
+    TempDir parent("unicode_install");
+    const fs::path folder = parent.path() / fs::u8path("\u00fcn\u00ef \u03a9mega");
+    fs::create_directories(folder / "data");
+    fs::copy_file(gameExecutable(), folder / gameExecutable().filename());
+    fs::copy(gameFolder() / "data" / "levels", folder / "data" / "levels");
+    shareFolder(gameFolder() / "assets", folder / "assets");
+    TempDir elsewhere("unicode_cwd");
+    GameProcess game(folder / gameExecutable().filename(), elsewhere.path());
+    ASSERT_TRUE(game.waitForOutput("DIAG: --- end of startup diagnostics ---")) << game.output();
+    game.kill();
+    game.waitForExit();
+
+    const std::string log = readTextFile(folder / "data" / "vornco_log.txt");
+    for (const char* row : {"DIAG: font (game)        [ OK ]", "DIAG: studio logo        [ OK ]",
+                            "DIAG: sfx (.wav)        [ OK ] (6/6 present)",
+                            "DIAG: levels loaded     [ OK ]  (38 stations)"}) {
+        EXPECT_NE(log.find(row), std::string::npos) << row << "\n" << log;
+    }
+    EXPECT_NE(log.find("Window icon set from '"), std::string::npos) << log;
+}
+
 TEST(GameExecutable, CreatesDataBesideItselfWhenNoFolderHasOne) {
     TempDir install("bare_install");
     TempDir elsewhere("bare_cwd");
-    fs::copy_file(fs::path(VORN_GAME_DIR) / "vornco", install.path() / "vornco");
-    fs::permissions(install.path() / "vornco", fs::perms::owner_all);
-    GameProcess game(install.path() / "vornco", elsewhere.path());
+    const fs::path executable = install.path() / gameExecutable().filename();
+    fs::copy_file(gameExecutable(), executable);
+    GameProcess game(executable, elsewhere.path());
     ASSERT_TRUE(game.waitForOutput("DIAG: --- end of startup diagnostics ---")) << game.output();
-    game.terminate();
-    EXPECT_EQ(game.waitForExit(), 0) << game.output();
+    // The log is open and written by now: the folder was made before it.
     EXPECT_TRUE(fs::is_directory(install.path() / "data"));
     EXPECT_TRUE(fs::exists(install.path() / "data" / "vornco_log.txt"));
     EXPECT_FALSE(fs::exists(elsewhere.path() / "data"));
+    game.kill();
+    game.waitForExit();
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "audio/audio_system.h"
 
+#include "support/flac_file.h"
 #include "support/temp_dir.h"
+#include "support/test_platform.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -9,6 +11,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <mutex>
 #include <random>
@@ -21,6 +24,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::TempDir;
+using test::ScopedEnvironment;
+using test::setEnvironment;
 
 static_assert(!std::is_copy_constructible_v<AudioSystem>, "one AudioSystem owns the device");
 static_assert(!std::is_copy_assignable_v<AudioSystem>, "one AudioSystem owns the device");
@@ -110,7 +115,6 @@ std::vector<std::string> sorted(std::vector<std::string> items) {
 class AudioDevice : public ::testing::Test {
 protected:
     void SetUp() override {
-        setenv("SDL_AUDIODRIVER", "dummy", 1);
         ASSERT_EQ(SDL_Init(SDL_INIT_AUDIO), 0) << SDL_GetError();
         ASSERT_TRUE(audio.openAudio());
         log.clear();
@@ -120,6 +124,7 @@ protected:
         SDL_Quit();
     }
 
+    ScopedEnvironment driver{"SDL_AUDIODRIVER", "dummy"};
     LogCapture log;
     AudioSystem audio;
 };
@@ -127,12 +132,12 @@ protected:
 // No device: the driver named does not exist, so Mix_OpenAudio fails.
 class NoAudioDevice : public ::testing::Test {
 protected:
-    void SetUp() override { setenv("SDL_AUDIODRIVER", "vorn-no-such-driver", 1); }
     void TearDown() override {
         audio.closeAudio();
         SDL_Quit();
     }
 
+    ScopedEnvironment driver{"SDL_AUDIODRIVER", "vorn-no-such-driver"};
     LogCapture log;
     AudioSystem audio;
 };
@@ -193,6 +198,32 @@ TEST_F(AudioDevice, CloseAudioReleasesEverythingAndIsHarmlessTwice) {
 }
 
 // ---- effects ---------------------------------------------------------------
+
+// FLAC is lossless, so the mixer the game is built with must give back every
+// sample written, both as a chunk and as a music stream of the right length.
+TEST_F(AudioDevice, AFlacTrackDecodesToExactlyItsSamples) {
+    std::vector<std::int16_t> samples;
+    for (int i = 0; i < 22050; ++i) {   // half a second of two different ramps
+        samples.push_back(static_cast<std::int16_t>((i * 37) % 4000 - 2000));
+        samples.push_back(static_cast<std::int16_t>(1500 - (i * 11) % 3000));
+    }
+    TempDir dir("audio_flac");
+    const std::string file = utf8(dir.write("music/shift-04.flac", test::flacBytes(samples)));
+
+    Mix_Chunk* chunk = Mix_LoadWAV(file.c_str());
+    ASSERT_NE(chunk, nullptr) << SDL_GetError();
+    ASSERT_EQ(chunk->alen, samples.size() * 2);
+    std::vector<std::int16_t> decoded(samples.size());
+    std::memcpy(decoded.data(), chunk->abuf, chunk->alen);
+    EXPECT_EQ(decoded, samples);
+    Mix_FreeChunk(chunk);
+
+    Mix_Music* music = Mix_LoadMUS(file.c_str());
+    ASSERT_NE(music, nullptr) << SDL_GetError();
+    EXPECT_EQ(Mix_GetMusicType(music), MUS_FLAC);
+    EXPECT_NEAR(Mix_MusicDuration(music), 0.5, 1e-6);
+    Mix_FreeMusic(music);
+}
 
 TEST_F(AudioDevice, LoadEffectsLeavesMissingFilesSilent) {
     TempDir dir("audio_some_effects");
@@ -308,7 +339,7 @@ TEST_F(AudioDevice, NeitherTickNorTockPlaysNothingButStillFlips) {
 // initialised" test can keep these calls silent.
 TEST_F(NoAudioDevice, EffectCallsAreSilent) {
     ASSERT_FALSE(audio.openAudio());
-    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    setEnvironment("SDL_AUDIODRIVER", "dummy");   // put back by the fixture
     ASSERT_EQ(Mix_OpenAudio(44100, AUDIO_S16LSB, 2, 2048), 0) << SDL_GetError();
     TempDir dir("audio_silent_effects");
     const std::string sound = utf8(dir.write("sound.wav", wavBytes()));
@@ -335,7 +366,7 @@ TEST_F(NoAudioDevice, EffectCallsAreSilent) {
 
 TEST_F(NoAudioDevice, MusicCallsAreSilentAndSayNothing) {
     ASSERT_FALSE(audio.openAudio());
-    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    setEnvironment("SDL_AUDIODRIVER", "dummy");   // put back by the fixture
     ASSERT_EQ(Mix_OpenAudio(44100, AUDIO_S16LSB, 2, 2048), 0) << SDL_GetError();
     TempDir dir("audio_silent_music");
     dir.write("vorn-title.wav", wavBytes());

@@ -43,6 +43,16 @@ TEST(Catalogue, OneRecordFileYieldsEveryField) {
     EXPECT_EQ(levels[0].trick, "");
 }
 
+TEST(Catalogue, LoadsFromAFolderWithANonAsciiName) {
+    test::TempDir dir("\u00fcn\u00ef \u03a9mega");
+    const auto path = dir.write(
+        "levels.json", R"({"levels":[{"n":7,"id":"a","name":"X","type":"hold","base_time":12}]})");
+    std::vector<LevelDef> levels;
+    ASSERT_TRUE(loadLevels(levels, path.u8string()));
+    ASSERT_EQ(levels.size(), 1u);
+    EXPECT_EQ(levels[0].number, 7);
+}
+
 TEST(Catalogue, InstructionAndTrickAreRead) {
     const auto levels =
         load(R"({"levels":[{"n":4,"id":"b","instruction":"DO IT","trick":"it lies","extra":[1,2]}]})");

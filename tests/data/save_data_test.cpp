@@ -147,12 +147,29 @@ TEST(SaveFile, MissingFileKeepsDefaultsAndRemembersThePath) {
     expectDefaults(save);
 }
 
+// Windows' narrow file functions read a path in the ANSI code page; the save
+// takes its path as UTF-8 everywhere, so a folder named in any script works.
+TEST(SaveFile, WritesAndReadsBackInAFolderWithANonAsciiName) {
+    test::TempDir dir("\u00fcn\u00ef \u03a9mega");
+    const std::string path = (dir.path() / "vornco_save.txt").u8string();
+    SaveData save;
+    loadSave(save, path);
+    save.timesFired = 5;
+    save.clockInCards = 2;
+    writeSave(save);
+    ASSERT_TRUE(std::filesystem::exists(dir.path() / "vornco_save.txt"));
+    SaveData again;
+    loadSave(again, path);
+    EXPECT_EQ(again.timesFired, 5);
+    EXPECT_EQ(again.clockInCards, 2);
+}
+
 TEST(SaveFile, FreshWriteHoldsHeaderAndDefaults) {
     test::TempDir dir("save_fresh");
     SaveData save;
     loadSave(save, (dir.path() / "vornco_save.txt").string());
     writeSave(save);
-    EXPECT_EQ(test::readFile(dir.path() / "vornco_save.txt"), kDefaultFile);
+    EXPECT_EQ(test::readTextFile(dir.path() / "vornco_save.txt"), kDefaultFile);
 }
 
 TEST(SaveFile, DeletedFileResetsToDefaultsAndNextWriteRecreatesIt) {
@@ -170,7 +187,7 @@ TEST(SaveFile, DeletedFileResetsToDefaultsAndNextWriteRecreatesIt) {
     loadSave(next, path);
     expectDefaults(next);
     writeSave(next);
-    EXPECT_EQ(test::readFile(path), kDefaultFile);
+    EXPECT_EQ(test::readTextFile(path), kDefaultFile);
 }
 
 TEST(SaveFile, WriteUsesDigitsForFlagsAndRoundTrips) {
@@ -184,7 +201,7 @@ TEST(SaveFile, WriteUsesDigitsForFlagsAndRoundTrips) {
     save.clockInCards = 17;
     save.lastDifficulty = 0;
     writeSave(save);
-    EXPECT_EQ(test::readFile(path),
+    EXPECT_EQ(test::readTextFile(path),
               "# The Vorn Co. save file. Auto-generated; safe to delete.\n"
               "splashSeen=1\nintroSeen=0\ntimesFired=-2\nclockInCards=17\nlastDifficulty=0\n");
 
@@ -203,7 +220,7 @@ TEST(SaveFile, WriteReplacesTheWholeFile) {
     SaveData save;
     save.path = path.string();
     writeSave(save);
-    EXPECT_EQ(test::readFile(path), kDefaultFile);
+    EXPECT_EQ(test::readTextFile(path), kDefaultFile);
 }
 
 TEST(SaveFile, WriteWithEmptyPathDoesNothing) {

@@ -1,6 +1,7 @@
 // The drawing kit's primitives, read back pixel by pixel from a software canvas.
 
 #include "support/software_canvas.h"
+#include "support/test_platform.h"
 
 #include <SDL_ttf.h>
 #include <gtest/gtest.h>
@@ -337,8 +338,8 @@ TEST(GraphicsText, FormatIntoBehavesLikeSnprintf) {
 TEST(GraphicsFonts, ShippedFontsAreFoundInTheFontsFolder) {
     Graphics g;
     EXPECT_TRUE(g.loadFonts(VORN_GAME_DIR "/assets/fonts"));
-    EXPECT_EQ(g.gameFontPath, VORN_GAME_DIR "/assets/fonts/game.ttf");
-    EXPECT_EQ(g.displayFontPath, VORN_GAME_DIR "/assets/fonts/display.ttf");
+    EXPECT_EQ(g.gameFontPath, std::string(VORN_GAME_DIR "/assets/fonts") + test::kSep + "game.ttf");
+    EXPECT_EQ(g.displayFontPath, std::string(VORN_GAME_DIR "/assets/fonts") + test::kSep + "display.ttf");
     EXPECT_EQ(g.fontPath, g.gameFontPath);
 }
 

@@ -24,7 +24,11 @@ struct Install {
 
     fs::path assets() const { return dir.path() / "assets"; }
     fs::path music() const { return dir.path() / "data" / "music"; }
-    std::string file(const std::string& relative) const { return utf8(dir.path() / relative); }
+    // The game joins folder and file name part by part, so the expected path
+    // is joined the same way: with a backslash between the parts on Windows.
+    std::string file(const std::string& relative) const {
+        return utf8(dir.path() / fs::u8path(relative).make_preferred());
+    }
     void add(const std::string& relative) const { dir.write(relative, "x"); }
 
     DiagnosticsInput input() const {
@@ -62,7 +66,7 @@ std::vector<std::string> report(const DiagnosticsInput& input) {
     writeDiagnostics(input);
     closeLog();
 
-    std::istringstream text(test::readFile(logFile));
+    std::istringstream text(test::readTextFile(logFile));
     std::vector<std::string> rows;
     bool inSection = false;
     for (std::string line; std::getline(text, line);) {
@@ -128,11 +132,11 @@ TEST(Diagnostics, TheShippedGameFolderHasEveryRowPresent) {
     ASSERT_EQ(rows.size(), 13u);
     const std::vector<std::string> expected{
         "DIAG: audio device      [ OK ]",
-        "DIAG: font (game)        [ OK ]  " + utf8(game / "assets/fonts/game.ttf"),
-        "DIAG: font (display)     [ OK ]  " + utf8(game / "assets/fonts/display.ttf"),
-        "DIAG: studio logo        [ OK ]  " + utf8(game / "assets/images/studio_logo.png"),
-        "DIAG: app icon (png)     [ OK ]  " + utf8(game / "assets/images/app_icon.png"),
-        "DIAG: app icon (ico)     [ OK ]  " + utf8(game / "assets/images/app_icon.ico"),
+        "DIAG: font (game)        [ OK ]  " + utf8(game / "assets" / "fonts" / "game.ttf"),
+        "DIAG: font (display)     [ OK ]  " + utf8(game / "assets" / "fonts" / "display.ttf"),
+        "DIAG: studio logo        [ OK ]  " + utf8(game / "assets" / "images" / "studio_logo.png"),
+        "DIAG: app icon (png)     [ OK ]  " + utf8(game / "assets" / "images" / "app_icon.png"),
+        "DIAG: app icon (ico)     [ OK ]  " + utf8(game / "assets" / "images" / "app_icon.ico"),
         "DIAG: intro sting       [ OK ] (ogg=0 mp3=0 wav=1)",
         "DIAG: sfx (.wav)        [ OK ] (6/6 present)",
         "DIAG: title music       [ OK ]  (vorn-title.{ogg,mp3,wav})",

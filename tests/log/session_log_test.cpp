@@ -1,6 +1,7 @@
 #include "log/session_log.h"
 
 #include "support/temp_dir.h"
+#include "support/test_platform.h"
 
 #include <gtest/gtest.h>
 
@@ -27,13 +28,23 @@ std::vector<std::string> linesOf(const std::string& text) {
 }
 
 std::vector<std::string> logLines(const test::TempDir& dir) {
-    return linesOf(test::readFile(dir.path() / "vornco_log.txt"));
+    return linesOf(test::readTextFile(dir.path() / "vornco_log.txt"));
 }
 
-std::string logPath(const test::TempDir& dir) { return (dir.path() / "vornco_log.txt").string(); }
+std::string logPath(const test::TempDir& dir) { return (dir.path() / "vornco_log.txt").u8string(); }
 
 bool matches(const std::string& line, const std::string& pattern) {
     return std::regex_match(line, std::regex(pattern));
+}
+
+TEST(SessionLog, AppendsInAFolderWithANonAsciiName) {
+    test::TempDir dir("\u00fcn\u00ef \u03a9mega");
+    openLog(logPath(dir), "v0.01");
+    logInfo("Game: hello");
+    closeLog();
+    const auto lines = logLines(dir);
+    ASSERT_EQ(lines.size(), 6u);
+    EXPECT_TRUE(matches(lines[4], "\\[\\d\\d:\\d\\d:\\d\\d\\] INFO  Game: hello"));
 }
 
 TEST(SessionLog, OpeningWritesBannerAfterAnEmptyLine) {
@@ -116,7 +127,7 @@ TEST(SessionLog, LogInfoAfterCloseEchoesButLeavesFileAlone) {
     testing::internal::CaptureStderr();
     logInfo("late line");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "late line\n");
-    EXPECT_EQ(test::readFile(logPath(dir)).find("late line"), std::string::npos);
+    EXPECT_EQ(test::readTextFile(logPath(dir)).find("late line"), std::string::npos);
 }
 
 TEST(SessionLog, LongMessageIsCutTo1023CharactersInFileAndOnStderr) {
@@ -192,7 +203,7 @@ TEST(SessionLog, OpeningRaisesEveryCategoryToInfoAndDropsVerboseAndDebug) {
     SDL_LogVerbose(SDL_LOG_CATEGORY_APPLICATION, "app verbose");
     closeLog();
 
-    const std::string text = test::readFile(logPath(dir));
+    const std::string text = test::readTextFile(logPath(dir));
     EXPECT_NE(text.find("INFO  audio info"), std::string::npos);
     EXPECT_EQ(text.find("app debug"), std::string::npos);
     EXPECT_EQ(text.find("app verbose"), std::string::npos);
@@ -234,6 +245,11 @@ TEST(SessionLog, SdlOutputWithLogClosedWritesNothing) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
+// SDL's own console output (before our log takes over) is written on Windows
+// straight to the Win32 standard-error handle, which GoogleTest's capture of
+// the C runtime's stderr does not see; there those lines are not checked.
+constexpr bool kSdlConsoleIsCaptured = !test::kWindows;
+
 TEST(SessionLog, FailedOpenIsReportedThroughSdlAndFileLoggingStaysOff) {
     test::TempDir dir("log_fail");
     const std::string path = (dir.path() / "missing" / "vornco_log.txt").string();
@@ -241,17 +257,21 @@ TEST(SessionLog, FailedOpenIsReportedThroughSdlAndFileLoggingStaysOff) {
     testing::internal::CaptureStderr();
     openLog(path, "v0.01");
     const std::string report = testing::internal::GetCapturedStderr();
-    EXPECT_NE(report.find("Log: could not open '" + path + "' for append " + kEmDash +
-                          " file logging disabled."),
-              std::string::npos)
-        << report;
+    if (kSdlConsoleIsCaptured) {
+        EXPECT_NE(report.find("Log: could not open '" + path + "' for append " + kEmDash +
+                              " file logging disabled."),
+                  std::string::npos)
+            << report;
+    }
 
     // SDL's own output is still in place, and the game's lines still echo.
     testing::internal::CaptureStderr();
     SDL_Log("still on the console");
     logInfo("echo");
     const std::string later = testing::internal::GetCapturedStderr();
-    EXPECT_NE(later.find("still on the console"), std::string::npos);
+    if (kSdlConsoleIsCaptured) {
+        EXPECT_NE(later.find("still on the console"), std::string::npos);
+    }
     EXPECT_NE(later.find("echo\n"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(path));
     closeLog();
@@ -262,14 +282,17 @@ TEST(SessionLog, AfterCloseSdlMessagesAreDiscarded) {
     // Before the log opens, SDL prints on the console by itself.
     testing::internal::CaptureStderr();
     SDL_Log("before open");
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("before open"), std::string::npos);
+    const std::string before = testing::internal::GetCapturedStderr();
+    if (kSdlConsoleIsCaptured) {
+        EXPECT_NE(before.find("before open"), std::string::npos);
+    }
 
     openLog(logPath(dir), "v0.01");
     closeLog();
     testing::internal::CaptureStderr();
     SDL_Log("after close");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(test::readFile(logPath(dir)).find("after close"), std::string::npos);
+    EXPECT_EQ(test::readTextFile(logPath(dir)).find("after close"), std::string::npos);
 }
 
 TEST(SessionLog, ReopeningAfterCloseWritesANewBannerAndRoutesSdlAgain) {

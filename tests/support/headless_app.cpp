@@ -1,5 +1,7 @@
 #include "support/headless_app.h"
 
+#include "support/test_platform.h"
+
 #include <filesystem>
 
 namespace vorn::test {
@@ -7,10 +9,10 @@ namespace vorn::test {
 ScratchGameFolder::ScratchGameFolder(const std::string& name, GameFolderOptions options)
     : dir(name), cwd(dir.path()) {
     namespace fs = std::filesystem;
-    const fs::path game(VORN_GAME_DIR);
+    const fs::path game = gameFolder();
     fs::create_directories(dir.path() / "data" / "music");
     if (options.shipAssets) {
-        fs::create_directory_symlink(game / "assets", dir.path() / "assets");
+        shareFolder(game / "assets", dir.path() / "assets");
     }
     if (!options.catalogue.empty()) {
         dir.write("data/levels/levels.json", options.catalogue);
@@ -41,7 +43,7 @@ std::string catalogueOf(std::initializer_list<CatalogueEntry> entries) {
 }
 
 std::string ScratchGameFolder::logText() const {
-    return readFile(dir.path() / "data" / "vornco_log.txt");
+    return readTextFile(dir.path() / "data" / "vornco_log.txt");
 }
 
 HeadlessApp::HeadlessApp(const std::string& name, GameFolderOptions options)

@@ -8,8 +8,9 @@
 namespace vorn::test {
 
 TempDir::TempDir(const std::string& name) {
+    // The name is UTF-8, so tests can ask for folders in any script.
     root = std::filesystem::temp_directory_path() /
-           ("vorn_" + name + "_" + std::to_string(::getpid()));
+           std::filesystem::u8path("vorn_" + name + "_" + std::to_string(::getpid()));
     std::filesystem::remove_all(root);
     std::filesystem::create_directories(root);
 }
@@ -39,6 +40,13 @@ ScopedWorkingDirectory::~ScopedWorkingDirectory() {
 
 std::string readFile(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+std::string readTextFile(const std::filesystem::path& path) {
+    std::ifstream in(path);
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();

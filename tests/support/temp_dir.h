@@ -15,7 +15,7 @@ public:
     TempDir& operator=(const TempDir&) = delete;
 
     const std::filesystem::path& path() const { return root; }
-    std::string str() const { return root.string(); }
+    std::string str() const { return root.u8string(); }
     // Writes a file below the folder (parents created) and returns its path.
     std::filesystem::path write(const std::string& relative, const std::string& content) const;
 
@@ -34,6 +34,11 @@ private:
     std::filesystem::path previous;
 };
 
+// A file's bytes, exactly.
 std::string readFile(const std::filesystem::path& path);
+// A text file as the platform's text mode reads it: the game writes its log
+// and save in text mode, so on Windows their lines end in CR LF on disk, and
+// this gives them back with bare line feeds on both platforms.
+std::string readTextFile(const std::filesystem::path& path);
 
 }  // namespace vorn::test

@@ -1,4 +1,6 @@
 #include "audio/audio_system.h"
+#include "support/temp_dir.h"
+#include "support/test_platform.h"
 
 #include <SDL.h>
 #include <SDL_image.h>
@@ -6,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <unistd.h>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -29,7 +30,6 @@ const fs::path kGameDir = fs::u8path(VORN_GAME_DIR);
 class GeneratedAssetsAudio : public ::testing::Test {
 protected:
     void SetUp() override {
-        setenv("SDL_AUDIODRIVER", "dummy", 1);
         ASSERT_EQ(SDL_Init(SDL_INIT_AUDIO), 0) << SDL_GetError();
         ASSERT_EQ(Mix_OpenAudio(44100, AUDIO_S16LSB, 2, 2048), 0) << SDL_GetError();
     }
@@ -37,6 +37,8 @@ protected:
         Mix_CloseAudio();
         SDL_Quit();
     }
+
+    test::ScopedEnvironment driver{"SDL_AUDIODRIVER", "dummy"};
 };
 
 // Seconds of a chunk as the mixer holds it: 44.1 kHz, 16-bit stereo.
@@ -191,9 +193,10 @@ std::string fileBytes(const fs::path& file) {
 }
 
 TEST(GeneratedAssets, TwoGeneratorRunsWriteIdenticalBytes) {
-    const fs::path base = fs::temp_directory_path() / ("vorn-assets-" + std::to_string(::getpid()));
-    const fs::path first = base / "one";
-    const fs::path second = base / "two";
+    VORN_NATIVE_ONLY("the asset generator is a program of the build machine");
+    const test::TempDir base("assets");
+    const fs::path first = base.path() / "one";
+    const fs::path second = base.path() / "two";
     for (const fs::path& dir : {first, second}) {
         const std::string command = std::string("\"") + VORN_ASSET_GENERATOR + "\" \"" + dir.u8string() + "\" \"" +
                                     VORN_DISPLAY_FONT_FILE + "\"";
@@ -212,7 +215,6 @@ TEST(GeneratedAssets, TwoGeneratorRunsWriteIdenticalBytes) {
             << fs::relative(entry.path(), first);
     }
     EXPECT_EQ(files, 14);
-    fs::remove_all(base);
 }
 
 TEST(GeneratedAssetsImages, StudioLogoIsAWideWordmarkOnTransparency) {
