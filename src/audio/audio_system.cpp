@@ -24,6 +24,13 @@ constexpr int kVerdictChannel = 3;
 constexpr int kClickChannel = 4;
 constexpr int kMixChannels = 16;
 
+// How often Mix_PlayMusic plays each stream: the sting and every gameplay
+// track once, the title tune for ever.
+constexpr int kStingLoops = 1;
+constexpr int kTitleLoops = -1;
+constexpr int kTrackLoops = 1;
+constexpr int kVolume = MIX_MAX_VOLUME;
+
 // A gameplay track is any mp3/ogg/wav/flac file except the MP3 title tune.
 // Only that one form is kept out on purpose: a title shipped as .ogg is also
 // heard during play.
@@ -58,6 +65,18 @@ void freeChunk(Mix_Chunk*& chunk) {
 
 AudioSystem::~AudioSystem() { closeAudio(); }
 
+void AudioSystem::note(const char* request) const {
+    if (requestLog != nullptr) {
+        requestLog->emplace_back(request);
+    }
+}
+
+void AudioSystem::noteMusic(const char* stream, int loops) const {
+    if (requestLog != nullptr) {
+        requestLog->push_back(std::string("music ") + stream + " loops=" + std::to_string(loops));
+    }
+}
+
 bool AudioSystem::openAudio() {
     if (initialised) {
         return true;
@@ -83,8 +102,13 @@ bool AudioSystem::openAudio() {
         return false;
     }
     Mix_AllocateChannels(kMixChannels);
-    Mix_VolumeMusic(MIX_MAX_VOLUME);
-    Mix_Volume(-1, MIX_MAX_VOLUME);
+    // Full volume, set once: nothing in the game ever changes it.
+    Mix_VolumeMusic(kVolume);
+    Mix_Volume(-1, kVolume);
+    if (requestLog != nullptr) {
+        requestLog->push_back("volume music=" + std::to_string(kVolume));
+        requestLog->push_back("volume channels=" + std::to_string(kVolume));
+    }
     initialised = true;
     SDL_Log("Audio: initialised OK (MP3=%s OGG=%s).", hasMp3 ? "yes" : "no", hasOgg ? "yes" : "no");
     return true;
@@ -130,6 +154,7 @@ void AudioSystem::closeAudio() {
 }
 
 void AudioSystem::playTick() {
+    note("tick");
     if (!initialised) {
         return;
     }
@@ -143,10 +168,25 @@ void AudioSystem::playTick() {
     tickToggle = !tickToggle;
 }
 
-void AudioSystem::playSiren() { play(initialised, siren, kSirenChannel); }
-void AudioSystem::playPass() { play(initialised, pass, kVerdictChannel); }
-void AudioSystem::playFail() { play(initialised, fail, kVerdictChannel); }
-void AudioSystem::playClick() { play(initialised, click, kClickChannel); }
+void AudioSystem::playSiren() {
+    note("siren");
+    play(initialised, siren, kSirenChannel);
+}
+
+void AudioSystem::playPass() {
+    note("pass");
+    play(initialised, pass, kVerdictChannel);
+}
+
+void AudioSystem::playFail() {
+    note("fail");
+    play(initialised, fail, kVerdictChannel);
+}
+
+void AudioSystem::playClick() {
+    note("click");
+    play(initialised, click, kClickChannel);
+}
 
 void AudioSystem::releaseMusic() {
     Mix_HaltMusic();
@@ -185,6 +225,7 @@ bool AudioSystem::playFirstOf(const std::vector<std::string>& candidates, const 
 }
 
 void AudioSystem::playSting(const std::string& path) {
+    noteMusic("sting", kStingLoops);
     if (!initialised) {
         return;
     }
@@ -203,12 +244,13 @@ void AudioSystem::playSting(const std::string& path) {
             candidates.push_back(text);
         }
     }
-    if (!playFirstOf(candidates, "sting", "sting", 1)) {
+    if (!playFirstOf(candidates, "sting", "sting", kStingLoops)) {
         SDL_Log("Audio: no playable sting found near '%s' \xE2\x80\x94 intro is silent.", path.c_str());
     }
 }
 
 void AudioSystem::playTitleMusic(const std::string& musicFolder) {
+    noteMusic("title", kTitleLoops);
     if (!initialised) {
         return;
     }
@@ -218,7 +260,7 @@ void AudioSystem::playTitleMusic(const std::string& musicFolder) {
     for (const char* ext : {".ogg", ".mp3", ".wav", ".flac"}) {
         candidates.push_back(pathString(folder / (std::string("vorn-title") + ext)));
     }
-    if (!playFirstOf(candidates, "title", "title music", -1)) {
+    if (!playFirstOf(candidates, "title", "title music", kTitleLoops)) {
         // The line names three formats although .flac is tried as well; it
         // stays word for word so searches through old logs keep matching.
         SDL_Log("Audio: no vorn-title.{ogg,mp3,wav} found in '%s' \xE2\x80\x94 title is silent.",
@@ -264,6 +306,7 @@ void AudioSystem::buildPlaylist(const std::string& musicFolder, std::uint32_t se
 }
 
 void AudioSystem::playTrack(std::size_t index) {
+    noteMusic("track", kTrackLoops);
     if (!initialised || playlist.empty()) {
         return;
     }
@@ -280,7 +323,7 @@ void AudioSystem::playTrack(std::size_t index) {
         SDL_Log("Audio: failed to load track '%s' (%s).", path.c_str(), SDL_GetError());
         return;
     }
-    Mix_PlayMusic(currentMusic, 1);
+    Mix_PlayMusic(currentMusic, kTrackLoops);
 }
 
 void AudioSystem::updatePlaylist() {
@@ -292,6 +335,7 @@ void AudioSystem::updatePlaylist() {
 bool AudioSystem::isMusicPlaying() const { return initialised && Mix_PlayingMusic() != 0; }
 
 void AudioSystem::stopMusic() {
+    note("music stop");
     if (!initialised) {
         playlistActive = false;
         return;

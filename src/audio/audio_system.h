@@ -64,7 +64,19 @@ public:
     Mix_Chunk* click = nullptr;
     bool tickToggle = false;   // set: the next clock tick is a tock
 
+    // When set, every request made of the audio system is appended here in
+    // order, whether or not a device is open: "tick", "siren", "pass",
+    // "fail", "click" for the effects; "music sting loops=1" and the like
+    // for music, with the loop count handed to the mixer, and "music stop";
+    // "volume music=128"
+    // and "volume channels=128" when the device opens. Tests listen here;
+    // the game leaves it null and records nothing.
+    std::vector<std::string>* requestLog = nullptr;
+
 private:
+    void note(const char* request) const;
+    void noteMusic(const char* stream, int loops) const;
+
     // Halts and frees whatever stream is loaded; every new music start
     // begins here so the sting, the title and the playlist never overlap.
     void releaseMusic();

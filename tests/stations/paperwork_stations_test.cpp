@@ -684,7 +684,7 @@ struct Clicker final : Solver {
 Clicker centreOf(const Rect& r) { return Clicker(r.x + r.w / 2, r.y + r.h / 2); }
 
 bool clickSounded(const StationBench& bench) {
-    return bench.audio.click != nullptr && Mix_Playing(4) != 0 && Mix_GetChunk(4) == bench.audio.click;
+    return !bench.sounds.empty() && bench.sounds.back() == "click";
 }
 
 TEST(PaperworkSolvers, ClearTheAgreementOnEveryDifficulty) {

@@ -6,6 +6,7 @@
 #include "app/application.h"
 #include "support/software_canvas.h"
 #include "support/station_bench.h"
+#include "support/station_sounds.h"
 
 #include <gtest/gtest.h>
 
@@ -73,8 +74,10 @@ TEST_P(StationSoak, RandomInputNeverBreaksTheStation) {
                 while (SDL_PollEvent(&event) != 0) {
                     applyInputEvent(event, bench.input);
                 }
+                const std::size_t heard = bench.sounds.size();
                 const auto result = static_cast<std::int32_t>(bench.station->update(dt, bench.input, bench.audio));
                 ASSERT_TRUE(result == 0 || result == 1 || result == 2) << type << " returned " << result;
+                ASSERT_TRUE(soundsFitVerdict(static_cast<LevelResult>(result), bench.sounds, heard)) << type;
                 bench.station->render(canvas.graphics);
                 ++frames;
                 if (result != 0) {

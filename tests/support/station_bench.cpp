@@ -3,6 +3,7 @@
 #include "app/application.h"
 #include "app/difficulty.h"
 #include "stations/level_factory.h"
+#include "support/station_sounds.h"
 
 #include <gtest/gtest.h>
 
@@ -36,30 +37,12 @@ double clockFor(const LevelDef& def, Difficulty d) {
     return def.baseTime * m * 0.45;
 }
 
-namespace {
-
-// Opening the device costs far more than a station's whole game, so every
-// bench of a process shares one, opened on first use.
-AudioSystem& benchAudio() {
-    static AudioSystem audio;
-    static const bool opened = [] {
-        SDL_Init(SDL_INIT_EVENTS | SDL_INIT_AUDIO);
-        if (audio.openAudio()) {
-            audio.loadEffects(std::string(VORN_GAME_DIR) + "/assets/audio");
-        }
-        return true;
-    }();
-    (void)opened;
-    return audio;
-}
-
-}  // namespace
-
-StationBench::StationBench(const LevelDef& record, std::uint32_t seed)
-    : def(record), rng(seed), audio(benchAudio()) {
+StationBench::StationBench(const LevelDef& record, std::uint32_t seed) : def(record), rng(seed) {
+    audio.requestLog = &sounds;
+    // The event queue for the hand's SDL events, held for the bench's life
+    // (SDL counts the holds, so benches nest and leave nothing behind).
+    SDL_InitSubSystem(SDL_INIT_EVENTS);
     SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
-    // A verdict sound left over from an earlier bench must not count.
-    Mix_HaltChannel(-1);
     // In a shift the pointer is wherever the last station or the menu left
     // it, so each seed starts the hand somewhere else on the canvas.
     std::mt19937 place(seed ^ 0x9E3779B9u);
@@ -71,7 +54,10 @@ StationBench::StationBench(const LevelDef& record, std::uint32_t seed)
     station->setup(def, rng, kPlayArea);
 }
 
-StationBench::~StationBench() = default;
+StationBench::~StationBench() {
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    SDL_QuitSubSystem(SDL_INIT_EVENTS);
+}
 
 LevelResult StationBench::frame(double dt) {
     input.clearEdges();
@@ -83,7 +69,9 @@ LevelResult StationBench::frame(double dt) {
         return verdict;
     }
     elapsed += dt;
+    const std::size_t before = sounds.size();
     const LevelResult r = station->update(dt, input, audio);
+    EXPECT_TRUE(soundsFitVerdict(r, sounds, before)) << def.type;
     if (r == LevelResult::Solved || r == LevelResult::Failed) {
         verdict = r;
     }
@@ -110,12 +98,27 @@ StationBench::Outcome StationBench::play(Solver& solver, double clock, double dt
     return out;
 }
 
+namespace {
+
+const std::string* lastVerdictSound(const std::vector<std::string>& sounds) {
+    for (auto it = sounds.rbegin(); it != sounds.rend(); ++it) {
+        if (*it == "pass" || *it == "fail") {
+            return &*it;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
 bool StationBench::lastSoundWasFail() const {
-    return audio.fail != nullptr && Mix_Playing(3) != 0 && Mix_GetChunk(3) == audio.fail;
+    const std::string* last = lastVerdictSound(sounds);
+    return last != nullptr && *last == "fail";
 }
 
 bool StationBench::lastSoundWasPass() const {
-    return audio.pass != nullptr && Mix_Playing(3) != 0 && Mix_GetChunk(3) == audio.pass;
+    const std::string* last = lastVerdictSound(sounds);
+    return last != nullptr && *last == "pass";
 }
 
 std::string unsolvedRuns(const std::string& type, int seeds, double dt, Limits limits) {

@@ -2,9 +2,10 @@
 // One station on its own, outside the run: made by the factory from a
 // catalogue record, laid out with a seeded engine in the run's play area, fed
 // real SDL events through the game's own input folding, and updated with
-// fixed frame times. Audio is the dummy device with the shipped effects, so a
-// test can ask which verdict sound a station played. This is where each
-// station's solver proves it can clear the station within its clock.
+// fixed frame times. Its audio system is never opened: every request the
+// station makes of it is logged, and every frame is held to the rule that
+// pass comes right before Solved and fail right before Failed. This is where
+// each station's solver proves it can clear the station within its clock.
 
 #include "app/game_types.h"
 #include "app/input_state.h"
@@ -16,6 +17,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vorn::test {
 
@@ -47,15 +49,16 @@ public:
     // `clock` seconds have passed.
     Outcome play(Solver& solver, double clock, double dt = 1.0 / 60.0, Limits limits = {});
 
-    // The verdict sound still sounding: what channel 3 (pass and fail) is
-    // playing. Ask right after the verdict; the sounds last under a second.
+    // The last verdict sound asked for (pass and fail share one channel and
+    // cut each other, so only the last one is still heard).
     bool lastSoundWasFail() const;
     bool lastSoundWasPass() const;
 
     LevelDef def;
     Rng rng;
     InputState input;
-    AudioSystem& audio;   // shared by every bench of the process
+    std::vector<std::string> sounds;   // every sound request, in order
+    AudioSystem audio;                 // never opened; logs into `sounds`
     std::unique_ptr<Level> station;
     HumanHand hand;
     LevelResult verdict = LevelResult::Running;

@@ -1,14 +1,19 @@
 #pragma once
-// One station outside the run, driven by a hand-filled input and a silent
-// audio system (never opened, so every sound is a no-op). Every step clears
-// the input's edges as a frame does. For the station's own rules; the bench
-// (station_bench.h) is for real events, real sounds and the solvers.
+// One station outside the run, driven by a hand-filled input and an audio
+// system that is never opened but logs every sound asked of it. Every step
+// clears the input's edges as a frame does, and holds the station to its
+// verdict sounds (pass right before Solved, fail right before Failed). For
+// the station's own rules; the bench (station_bench.h) is for real events
+// and the solvers.
 
 #include "audio/audio_system.h"
 #include "data/level_catalogue.h"
 #include "stations/level.h"
+#include "support/station_sounds.h"
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace vorn::test {
 
@@ -16,11 +21,13 @@ template <typename T>
 struct Desk {
     T level;
     Rng rng;
+    std::vector<std::string> sounds;   // every sound request, in order
     AudioSystem silent;
     InputState in;
 
     explicit Desk(std::uint32_t seed = 5489, std::int32_t number = 11, Rect area = kPlayArea)
         : rng(seed) {
+        silent.requestLog = &sounds;
         LevelDef def;
         def.number = number;
         level.setup(def, rng, area);
@@ -31,10 +38,14 @@ struct Desk {
         in.mouseY = y;
     }
     LevelResult step(double dt) {
+        const std::size_t before = sounds.size();
         const LevelResult r = level.update(dt, in, silent);
+        EXPECT_TRUE(soundsFitVerdict(r, sounds, before));
         in.clearEdges();
         return r;
     }
+    // The sounds asked for since the log held `from` requests.
+    std::vector<std::string> soundsSince(std::size_t from) const { return soundsFrom(sounds, from); }
     LevelResult press(int x, int y, double dt = 0.016) {
         pointAt(x, y);
         in.mousePressed = true;
