@@ -1,15 +1,12 @@
 #include "support/text_probe.h"
 
-#include <SDL_ttf.h>
-
 namespace vorn::test {
 
 int pixelsUnlikeText(const SoftwareCanvas& canvas, const Rect& region, Color background,
                      const char* text, int x, int y, TextSize size, Color color, bool centerX,
                      bool centerY) {
-    // A canvas ends the font library when it goes, and the canvas under test
-    // still needs it: take one more hold on it for the reference to let go of.
-    TTF_Init();
+    // The reference canvas takes its own hold on the font library and lets
+    // go of it again, so the canvas under test keeps its fonts.
     SoftwareCanvas expected;
     expected.useGameFonts();
     expected.fill(background);

@@ -1,6 +1,6 @@
 # The Windows build's tests, run under Wine: the same unit tests as the
-# native build (each its own CTest entry, as natively), a check of what kind
-# of program vornco.exe is, and the real-window test played against the .exe.
+# native build, a check of what kind of program vornco.exe is, and the
+# real-window test played against the .exe.
 #
 # Wine keeps its state in a prefix of its own inside the build tree. It is
 # booted once, with its output thrown away: Wine's background services keep
@@ -16,21 +16,23 @@ add_custom_target(vorn_wine_prefix DEPENDS ${VORN_WINEPREFIX}/system.reg)
 add_dependencies(vorn_tests vorn_wine_prefix)
 set_property(TARGET vorn_tests PROPERTY CROSSCOMPILING_EMULATOR env ${VORN_WINE_ENV} ${VORN_WINE})
 
-gtest_discover_tests(vorn_tests DISCOVERY_TIMEOUT 120 TEST_LIST vorn_tests_TESTS)
-set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${VORN_UNIT_TEST_PROPERTIES})
+# Under Wine the suite runs in one process, in a random order: a Wine
+# process costs a quarter of a second to start, which one entry per test
+# would pay some eight hundred times.
+add_test(NAME OneProcess.EveryTestInRandomOrder COMMAND vorn_tests ${VORN_ONE_PROCESS_ARGS})
+set_tests_properties(OneProcess.EveryTestInRandomOrder PROPERTIES
+  ENVIRONMENT "SDL_VIDEODRIVER=dummy;SDL_AUDIODRIVER=dummy" TIMEOUT 2400
+  FIXTURES_REQUIRED wine)
 
-# One Wine server, with Wine's background services, for the whole unit-test
-# run, started with their output thrown away. Started on demand by a test
-# they would inherit that test's output pipe and keep it open, and CTest
-# would wait for them to leave before it saw the test end.
+# One Wine server, with Wine's background services, for the unit tests,
+# started with their output thrown away. Started on demand by the test they
+# would inherit its output pipe and keep it open, and CTest would wait for
+# them to leave before it saw the test end.
 add_test(NAME Wine.StartServer
   COMMAND sh -c "exec </dev/null >/dev/null 2>&1; wineserver -k; wineserver -w; wineserver -p && wine cmd /c exit")
 add_test(NAME Wine.StopServer COMMAND sh -c "wineserver -k || true")
 set_tests_properties(Wine.StartServer PROPERTIES FIXTURES_SETUP wine ENVIRONMENT "${VORN_WINE_ENV}")
 set_tests_properties(Wine.StopServer PROPERTIES FIXTURES_CLEANUP wine ENVIRONMENT "${VORN_WINE_ENV}")
-file(APPEND ${VORN_UNIT_TEST_PROPERTIES} [=[
-set_tests_properties(${vorn_tests_TESTS} PROPERTIES FIXTURES_REQUIRED wine)
-]=])
 
 # 64-bit, console subsystem, and nothing but Windows' own DLLs to import.
 add_test(NAME WindowsExecutable.ConsoleProgramImportingOnlySystemDlls
