@@ -21,7 +21,7 @@ constexpr Color kCardInk = rgb(20, 20, 20);
 // Every line of the notices is centred on x 683 and on its own y.
 ::testing::AssertionResult showsLine(const CanvasApp& shot, const Rect& area, const char* s, int y,
                                      TextSize size, Color c) {
-    return showsText(shot.canvas, area, {s, 683, y, size, c, true, true});
+    return showsInkBox(shot.canvas, area, {s, 683, y, size, c, true, true});
 }
 
 // Points of the monitor and room outside the glass: keyboard block and its

@@ -137,7 +137,7 @@ TEST_F(Splash, WithoutALogoTheStudioIsNamedAtFullStrengthAtOnce) {
     revealAt(1.5, 1.5);   // no fade: full colour at the reveal itself
     const Rect name{400, 350, 566, 70};
     EXPECT_GT(countInk(shot.canvas, name, palette::casingBeige, Seen::direct), 100);
-    EXPECT_TRUE(showsText(shot.canvas, name,
+    EXPECT_TRUE(showsInkBox(shot.canvas, name,
                           {"ZEMBRILUX", 683, 384, TextSize::Large, palette::casingBeige, true, true},
                           Seen::direct));
 }
@@ -161,7 +161,7 @@ TEST_F(Title, HeaderBandAndItsGreenLine) {
     show(0, 0);
     EXPECT_TRUE(shows(shot.canvas, 1000, 152, palette::darkPanel));
     EXPECT_TRUE(shows(shot.canvas, 683, 94, palette::brass));
-    EXPECT_TRUE(showsText(shot.canvas, {300, 116, 766, 32},
+    EXPECT_TRUE(showsInkBox(shot.canvas, {300, 116, 766, 32},
                           {"// EMPLOYMENT TERMINAL v8.31 //", 683, 132, TextSize::Normal,
                            palette::terminalGreen, true, true}));
 }
@@ -201,7 +201,7 @@ TEST_F(Title, OnlyTheVornLabelIsRed) {
 
 TEST_F(Title, ACardPutsContinueFirstAndMovesTheVornLabelDown) {
     show(1, 0);
-    EXPECT_TRUE(showsText(shot.canvas, label(0),
+    EXPECT_TRUE(showsInkBox(shot.canvas, label(0),
                           {"> CONTINUE", 683, 369, TextSize::Normal, palette::terminalGreen, true, true}));
     EXPECT_EQ(countInk(shot.canvas, label(3), palette::alarmRed), 0);
     EXPECT_GT(countInk(shot.canvas, label(4), palette::alarmRed), 20);
@@ -214,7 +214,7 @@ TEST_F(Title, FooterCountsFiredAndCards) {
     show(3, 0);
     char expected[96];
     Graphics::formatInto(expected, sizeof expected, "TIMES FIRED: %ld    CLOCK-IN CARDS: %d", 12L, 3);
-    EXPECT_TRUE(showsText(shot.canvas, {300, 646, 766, 28},
+    EXPECT_TRUE(showsInkBox(shot.canvas, {300, 646, 766, 28},
                           {expected, 683, 660, TextSize::Small, kTitleFooterInk, true, true}));
 }
 
@@ -222,7 +222,7 @@ TEST_F(Title, BuildEndsAtX1103InAmber) {
     show(0, 0);
     const Rect corner{1000, 658, 119, 30};
     const int left = 1103 - shot.app.graphics.textWidth("v0.01", TextSize::Small);
-    EXPECT_TRUE(showsText(shot.canvas, corner, {"v0.01", left, 664, TextSize::Small, palette::amber,
+    EXPECT_TRUE(showsInkBox(shot.canvas, corner, {"v0.01", left, 664, TextSize::Small, palette::amber,
                                                 false, false}));
     EXPECT_LE(inkSpan(shot.canvas, corner, palette::amber).right, 1103);
 }

@@ -61,20 +61,20 @@ TEST_F(StationScreen, BadgeIsDarkRedWithTheCompanyName) {
 
 TEST_F(StationScreen, TitleCarriesTheZeroPaddedNumberAndTheName) {
     show();
-    EXPECT_TRUE(showsText(shot.canvas, kTitleRow, {"STATION 07 : PUNCH CARD", 445, 118,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kTitleRow, {"STATION 07 : PUNCH CARD", 445, 118,
                                                    TextSize::Large, palette::gold, false, true}));
 }
 
 TEST_F(StationScreen, InstructionIsTheStationsOwnLine) {
     show();
-    EXPECT_TRUE(showsText(shot.canvas, kInstructionRow, {"CLOCK IN. DO NOT CLOCK OUT.", 445, 146,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kInstructionRow, {"CLOCK IN. DO NOT CLOCK OUT.", 445, 146,
                                                          TextSize::Small, kInstructionColor, false, true}));
 }
 
 TEST_F(StationScreen, AnEmptyInstructionAsksToBeatTheClock) {
     station->instruction.clear();
     show();
-    EXPECT_TRUE(showsText(shot.canvas, kInstructionRow,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kInstructionRow,
                           {"Solve the station before the clock runs out.", 445, 146, TextSize::Small,
                            kInstructionColor, false, true}));
 }
@@ -92,11 +92,11 @@ TEST_F(StationScreen, StationDrawsOverTheHeaderButUnderTheFooterClockAndGlass) {
 TEST_F(StationScreen, FooterNamesTheEmployeeModeAndProgressInGold) {
     show();
     EXPECT_TRUE(shows(shot.canvas, 275, 668, kFooterBand));
-    EXPECT_TRUE(showsText(shot.canvas, kEmployeeField,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kEmployeeField,
                           {"EMPLOYEE No. 0049", 281, 640, TextSize::Small, palette::gold, false, false}));
-    EXPECT_TRUE(showsText(shot.canvas, kModeField,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kModeField,
                           {"MODE: MEDIUM", 497, 640, TextSize::Small, palette::gold, false, false}));
-    EXPECT_TRUE(showsText(shot.canvas, kProgressField,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kProgressField,
                           {"STATION 3 / 5", 697, 640, TextSize::Small, palette::gold, false, false}));
 }
 
@@ -105,7 +105,7 @@ TEST_F(StationScreen, ModeIsRedOnVorn) {
     show();
     EXPECT_GT(countInk(shot.canvas, kModeField, palette::alarmRed), 20);
     EXPECT_EQ(countInk(shot.canvas, kModeField, palette::gold), 0);
-    EXPECT_TRUE(showsText(shot.canvas, kModeField,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kModeField,
                           {"MODE: VORN", 497, 640, TextSize::Small, palette::alarmRed, false, false}));
 }
 
@@ -134,7 +134,7 @@ TEST_F(StationScreen, ClockAtTimeUpShowsZeroZeroLikeAnyEmptyClock) {
         }
     }
     EXPECT_GT(countInk(shot.canvas, kClockDigits, palette::terminalGreen), 10);
-    EXPECT_TRUE(showsText(shot.canvas, kClockDigits,
+    EXPECT_TRUE(showsInkBox(shot.canvas, kClockDigits,
                           {"00", 1059, 651, TextSize::Normal, palette::terminalGreen, true, true}));
     // One hundredth of a second left is still "01", in the warning red.
     shot.app.timeLeft = 0.01;

@@ -81,10 +81,10 @@ TEST_F(ScreenPieces, EachPhaseHasItsOwnHeading) {
     for (int phase = 0; phase < 3; ++phase) {
         g.clear(palette::black);
         drawShiftCard(g, phase, 1.0);
-        EXPECT_TRUE(showsText(canvas, kHeadingBox,
+        EXPECT_TRUE(showsInkBox(canvas, kHeadingBox,
                               {headings[phase], 683, 364, TextSize::Giant, colours[phase], true, true},
                               Seen::direct));
-        EXPECT_TRUE(showsText(canvas, kSubtitleBox,
+        EXPECT_TRUE(showsInkBox(canvas, kSubtitleBox,
                               {subtitles[phase], 683, 432, TextSize::Normal, rgb(199, 154, 53), true,
                                true},
                               Seen::direct));
@@ -104,14 +104,14 @@ TEST_F(ScreenPieces, HeaderBandBadgeAndTheirOutlines) {
 
 TEST_F(ScreenPieces, HeaderTitleAndInstructionStartAt445) {
     drawStationHeader(g, "STATION 07 : PUNCH CARD", "DO IT NOW");
-    EXPECT_TRUE(showsText(canvas, {430, 98, 660, 38},
+    EXPECT_TRUE(showsInkBox(canvas, {430, 98, 660, 38},
                           {"STATION 07 : PUNCH CARD", 445, 118, TextSize::Large, palette::gold, false,
                            true},
                           Seen::direct));
-    EXPECT_TRUE(showsText(canvas, {430, 136, 660, 24},
+    EXPECT_TRUE(showsInkBox(canvas, {430, 136, 660, 24},
                           {"DO IT NOW", 445, 146, TextSize::Small, kInstructionColor, false, true},
                           Seen::direct));
-    EXPECT_TRUE(showsText(canvas, {283, 116, 130, 32},
+    EXPECT_TRUE(showsInkBox(canvas, {283, 116, 130, 32},
                           {"THE VORN CO.", 348, 132, TextSize::Small, palette::gold, true, true},
                           Seen::direct));
 }
@@ -121,13 +121,13 @@ TEST_F(ScreenPieces, FooterBandAndItsThreeGoldFields) {
     EXPECT_EQ(canvas.pixel(275, 668), kFooterBand);
     EXPECT_EQ(canvas.pixel(683, 626), palette::brass);
     const Rect row{270, 634, 800, 30};
-    EXPECT_TRUE(showsText(canvas, {270, 634, 210, 30},
+    EXPECT_TRUE(showsInkBox(canvas, {270, 634, 210, 30},
                           {"EMPLOYEE No. 0049", 281, 640, TextSize::Small, palette::gold, false, false},
                           Seen::direct));
-    EXPECT_TRUE(showsText(canvas, {490, 634, 200, 30},
+    EXPECT_TRUE(showsInkBox(canvas, {490, 634, 200, 30},
                           {"MODE: MEDIUM", 497, 640, TextSize::Small, palette::gold, false, false},
                           Seen::direct));
-    EXPECT_TRUE(showsText(canvas, {690, 634, 300, 30},
+    EXPECT_TRUE(showsInkBox(canvas, {690, 634, 300, 30},
                           {"STATION 3 / 5", 697, 640, TextSize::Small, palette::gold, false, false},
                           Seen::direct));
     EXPECT_EQ(countInk(canvas, row, palette::alarmRed, Seen::direct), 0);

@@ -211,7 +211,7 @@ TEST_F(Monitor, KnobsLampBadgeAndPlateSitOnTheChin) {
 TEST_F(Monitor, MakersPlateReadsVornCoMkIv) {
     canvas.useGameFonts();
     drawTerminal(g, art, palette::greenScreen);
-    EXPECT_TRUE(showsText(canvas, {560, 706, 246, 28},
+    EXPECT_TRUE(showsInkBox(canvas, {560, 706, 246, 28},
                           {"VORN CO. Mk.IV", 683, 720, TextSize::Small, kPlateInk, true, true},
                           Seen::direct));
 }

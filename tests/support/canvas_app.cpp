@@ -135,6 +135,38 @@ InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen se
 }
 
 ::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const Rect& area,
+                                     const TextCall& call, Color background, Seen seen) {
+    SoftwareCanvas scratch;
+    scratch.useGameFonts();
+    scratch.fill(background);
+    if (scratch.graphics.text(call.s, call.x, call.y, call.size, call.c, call.centreX, call.centreY) == 0) {
+        return ::testing::AssertionFailure() << "\"" << call.s << "\" draws nothing on its own";
+    }
+    if (seen == Seen::throughGlass) {
+        scratch.graphics.monitorOverlay();
+    }
+    int differing = 0;
+    int firstX = -1;
+    int firstY = -1;
+    for (int y = area.y; y < area.y + area.h; ++y) {
+        for (int x = area.x; x < area.x + area.w; ++x) {
+            if (canvas.pixel(x, y) != scratch.pixel(x, y)) {
+                if (differing++ == 0) {
+                    firstX = x;
+                    firstY = y;
+                }
+            }
+        }
+    }
+    if (differing > 0) {
+        return ::testing::AssertionFailure()
+               << "\"" << call.s << "\": " << differing << " pixels of the area differ, the first at ("
+               << firstX << ", " << firstY << ")";
+    }
+    return ::testing::AssertionSuccess();
+}
+
+::testing::AssertionResult showsInkBox(const SoftwareCanvas& canvas, const Rect& area,
                                      const TextCall& call, Seen seen) {
     // The call drawn alone, from a known corner of a scratch canvas.
     constexpr int kCornerX = 20;

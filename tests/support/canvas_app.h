@@ -97,12 +97,20 @@ struct TextCall {
     bool centreY;
 };
 
-// Whether the area shows exactly the ink that the call would put there: the
-// text is drawn alone with the shipped fonts on a scratch canvas, and the
-// box around its ink in colour c must land on the same columns and rows, give
-// or take a pixel of edge rounding. A different string, size, colour or
-// position fails.
+// Whether the area shows exactly the pixels that the call would put there
+// over a flat background: the call is drawn alone with the shipped fonts on a
+// scratch canvas filled with `background` (and, seen through the glass, laid
+// under the same glass overlay), and every pixel of the area must match. A
+// different word or digit, size, colour or position fails, and so does
+// anything else drawn in the area. The area must hold only the text on that
+// flat colour: show screens with the painted textures left out.
 ::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const Rect& area,
-                                     const TextCall& call, Seen seen = Seen::throughGlass);
+                                     const TextCall& call, Color background,
+                                     Seen seen = Seen::throughGlass);
+
+// The old, weaker check (only the box around the ink), kept while the
+// screen tests move over to showsText. To be deleted.
+::testing::AssertionResult showsInkBox(const SoftwareCanvas& canvas, const Rect& area,
+                                       const TextCall& call, Seen seen = Seen::throughGlass);
 
 }  // namespace vorn::test
