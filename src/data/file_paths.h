@@ -21,6 +21,16 @@ bool pathExists(const std::string& path);
 // not open there; this one takes the path as UTF-8 on every platform.
 std::FILE* openFile(const std::string& path, const char* mode);
 
+// Writes the text to a new file at the path (text mode, so CR LF line ends
+// on Windows) and waits until it has reached the disk. False on any error,
+// a short write included; the file may then hold part of the text.
+bool writeFileDurably(const std::string& path, const std::string& text);
+
+// Puts the file `from` in the place of `to` in one step, replacing it: a
+// reader sees the old file or the new one, never a mixture or nothing. False
+// when it could not be done, and then both files are as they were.
+bool replaceFile(const std::string& from, const std::string& to);
+
 // The text with A-Z turned into a-z and every other byte left alone.
 std::string lowerAscii(std::string text);
 

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <utility>
 
 namespace vorn {
@@ -64,7 +64,11 @@ std::string readWholeFile(const std::string& path, bool& ok) {
         return std::string();
     }
     ok = true;
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    // One read of the whole file: a catalogue grown huge (or a hostile one)
+    // must not cost a loop turn per byte at start-up.
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
 }
 
 std::int32_t jsonIntField(const std::string& object, const std::string& key, std::int32_t fallback) {

@@ -1,10 +1,14 @@
 #include "data/save_data.h"
 
+#include "data/file_paths.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <sstream>
 #include <stdexcept>
+#include <system_error>
 
 namespace vorn {
 
@@ -42,6 +46,13 @@ std::string trim(const std::string& text) {
 }
 
 void loadSaveFrom(SaveData& save, std::istream& in) {
+    // Some editors (Notepad among them, for years) start a UTF-8 file with a
+    // byte-order mark; a player who edits the save by hand must not lose the
+    // first line to it.
+    static const char kByteOrderMark[] = "\xEF\xBB\xBF";
+    for (int i = 0; i < 3 && in.peek() == static_cast<unsigned char>(kByteOrderMark[i]); ++i) {
+        in.get();
+    }
     std::string raw;
     while (std::getline(in, raw)) {
         // Trimming also drops the carriage return of a file saved with
@@ -104,13 +115,22 @@ void writeSave(const SaveData& save) {
     if (save.path.empty()) {
         return;
     }
-    // The whole file is rewritten each time; a failed open leaves the game
-    // running on its in-memory values.
-    std::ofstream out(std::filesystem::u8path(save.path), std::ios::out | std::ios::trunc);
-    if (!out) {
-        return;
+    // Never rewritten in place: the new text goes to a file of its own beside
+    // the save, reaches the disk, and only then takes the save's name, in one
+    // step. A kill, a power cut or a full disk at any moment leaves the old
+    // save or the new one, whole. When any step fails the old one stays as
+    // it was and, as always, the game runs on with its in-memory values.
+    std::ostringstream text;
+    writeSaveTo(save, text);
+    const std::string temporary = save.path + ".tmp";
+    if (!writeFileDurably(temporary, text.str()) || !replaceFile(temporary, save.path)) {
+        // Only a file of ours is cleared away, never whatever else has the name.
+        const std::filesystem::path left = std::filesystem::u8path(temporary);
+        std::error_code ignored;
+        if (std::filesystem::is_regular_file(left, ignored)) {
+            std::filesystem::remove(left, ignored);
+        }
     }
-    writeSaveTo(save, out);
 }
 
 }  // namespace vorn

@@ -33,8 +33,10 @@ void loadSave(SaveData& save, const std::string& path);
 // whose keys it meets.
 void loadSaveFrom(SaveData& save, std::istream& in);
 
-// Rewrites the file at save.path (nothing when the path is empty or the file
-// cannot be opened for writing).
+// Rewrites the file at save.path whole and at once: written beside it as
+// "<name>.tmp", flushed to disk, then renamed over it. Nothing happens when
+// the path is empty; when any step fails the old file is left untouched and
+// nothing is reported.
 void writeSave(const SaveData& save);
 
 // The six lines of the file, header first, as writeSave writes them.
