@@ -3,7 +3,7 @@
 # so the game is one self-contained .exe that imports only system DLLs.
 #
 # VORN_WINDOWS_PREFIX names the folder holding our static builds of SDL2 and
-# its companions (scripts/windows-prefix.sh makes it). Test programs run
+# its companions (scripts/sdl-prefix.sh windows makes it). Test programs run
 # through Wine when it is installed.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)

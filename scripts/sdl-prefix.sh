@@ -1,42 +1,70 @@
 #!/usr/bin/env bash
-# Builds static 64-bit Windows copies of SDL2, SDL2_image, SDL2_mixer,
-# SDL2_ttf, FreeType and GoogleTest with MinGW-w64, from Debian's own source
-# packages of the very versions the native build links, and prints the
-# folder they were installed into (the last line of standard output).
+# Builds our own copies of SDL2, SDL2_image, SDL2_mixer and SDL2_ttf (with
+# FreeType) from Debian's source packages of the very versions the native
+# build links, and prints the folder they were installed into (the last line
+# of standard output).
 #
-# The folder lives in a cache keyed by those versions, the cross compiler's
-# version and this script's and the toolchain file's contents, so a second
-# run finds it at once. VORN_CACHE_DIR moves the cache (default:
+#   scripts/sdl-prefix.sh windows   static, for 64-bit Windows with MinGW-w64
+#                                   (and GoogleTest, for the tests under Wine)
+#   scripts/sdl-prefix.sh linux     shared, for the Linux release archive: each
+#                                   library finds its fellows beside itself, and
+#                                   SDL loads X11, Wayland, OpenGL, ALSA and
+#                                   PulseAudio from the player's system at run
+#                                   time, so nothing else needs shipping
+#
+# Both decode what the game ships with code bundled in the libraries: PNG with
+# stb_image (saved with miniz, for the screen gallery), Ogg Vorbis with
+# stb_vorbis, MP3 with dr_mp3, FLAC with dr_flac, WAV natively.
+#
+# The folder lives in a cache keyed by the target, those versions, the
+# compiler's version and this script's and the toolchain file's contents, so
+# a second run finds it at once. VORN_CACHE_DIR moves the cache (default:
 # ~/.cache/vornco).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-toolchain=$root/cmake/mingw-w64-x86_64.cmake
+target=${1:-}
+case "$target" in
+  windows)
+    toolchain=$root/cmake/mingw-w64-x86_64.cmake
+    compiler=$(x86_64-w64-mingw32-g++-posix --version | head -n 1)
+    shared=OFF ;;
+  linux)
+    toolchain=""
+    compiler=$(c++ --version | head -n 1)
+    shared=ON ;;
+  *)
+    echo "usage: scripts/sdl-prefix.sh windows|linux" >&2
+    exit 2 ;;
+esac
 
-say() { printf 'windows-prefix: %s\n' "$*" >&2; }
+say() { printf 'sdl-prefix (%s): %s\n' "$target" "$*" >&2; }
 
-bash "$root/scripts/setup.sh" windows >&2
+bash "$root/scripts/setup.sh" >&2
+[ "$target" = windows ] && bash "$root/scripts/setup.sh" windows >&2
+# apt-get source needs dpkg-source and Debian's source entries, both of which
+# the windows package set brings.
+bash "$root/scripts/setup.sh" sources >&2
 
 # The binary package whose source we build, for each library. Their versions
-# are the native ones, so both targets run the same library code.
-dev_packages=(libsdl2-dev libfreetype-dev libsdl2-image-dev libsdl2-mixer-dev
-              libsdl2-ttf-dev libgtest-dev)
+# are the native ones, so every build runs the same library code.
+dev_packages=(libsdl2-dev libfreetype-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev)
+[ "$target" = windows ] && dev_packages+=(libgtest-dev)
 sources=()
 for p in "${dev_packages[@]}"; do
   sources+=("$(dpkg-query -W -f '${source:Package}=${source:Version}' "$p")")
 done
 
-compiler=$(x86_64-w64-mingw32-g++-posix --version | head -n 1)
-key=$( { printf '%s\n' "${sources[@]}" "$compiler"; cat "$0" "$toolchain"; } \
-       | sha256sum | cut -c1-16)
+key=$( { printf '%s\n' "$target" "${sources[@]}" "$compiler"; cat "$0";
+         [ -z "$toolchain" ] || cat "$toolchain"; } | sha256sum | cut -c1-16)
 cache=${VORN_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/vornco}
-prefix=$cache/win64-prefix-$key
+prefix=$cache/$target-prefix-$key
 if [ -f "$prefix/.complete" ]; then
   echo "$prefix"
   exit 0
 fi
 
 say "building the library prefix $prefix (a few minutes, once)"
-work=$cache/win64-work-$key
+work=$cache/$target-work-$key
 rm -rf "$work" "$prefix"
 mkdir -p "$work/src" "$work/build"
 log=$work/build.log
@@ -45,14 +73,21 @@ log=$work/build.log
   cat "$log" >&2; say "apt-get source failed"; exit 1; }
 src_of() { find "$work/src" -mindepth 1 -maxdepth 1 -type d -name "$1-[0-9]*" | head -n 1; }
 
+common=(-DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_PREFIX_PATH="$prefix"
+        -DBUILD_SHARED_LIBS="$shared")
+if [ -n "$toolchain" ]; then
+  common+=(-DCMAKE_TOOLCHAIN_FILE="$toolchain" -DVORN_WINDOWS_PREFIX="$prefix")
+else
+  # Shared libraries that look for each other in their own folder first.
+  common+=(-DCMAKE_INSTALL_RPATH='$ORIGIN' -DCMAKE_BUILD_WITH_INSTALL_RPATH=ON
+           -DCMAKE_POSITION_INDEPENDENT_CODE=ON)
+fi
+
 # Configures, builds and installs one library into the prefix.
 build() {
   local name=$1 dir=$2; shift 2
   say "$name"
-  if ! { cmake -S "$dir" -B "$work/build/$name" -G Ninja \
-           -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DVORN_WINDOWS_PREFIX="$prefix" \
-           -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" \
-           -DBUILD_SHARED_LIBS=OFF "$@" &&
+  if ! { cmake -S "$dir" -B "$work/build/$name" -G Ninja "${common[@]}" "$@" &&
          cmake --build "$work/build/$name" &&
          cmake --install "$work/build/$name"; } >>"$log" 2>&1; then
     tail -n 60 "$log" >&2
@@ -61,14 +96,17 @@ build() {
   fi
 }
 
-build sdl2 "$(src_of libsdl2)" -DSDL_SHARED=OFF -DSDL_STATIC=ON -DSDL_TEST=OFF
+if [ "$target" = windows ]; then
+  build sdl2 "$(src_of libsdl2)" -DSDL_SHARED=OFF -DSDL_STATIC=ON -DSDL_TEST=OFF
+else
+  build sdl2 "$(src_of libsdl2)" -DSDL_SHARED=ON -DSDL_STATIC=OFF -DSDL_TEST=OFF -DSDL_RPATH=OFF
+fi
 
-build freetype "$(src_of freetype)" \
+# FreeType is linked into SDL2_ttf (static, even for the shared build).
+build freetype "$(src_of freetype)" -DBUILD_SHARED_LIBS=OFF \
   -DFT_DISABLE_ZLIB=ON -DFT_DISABLE_BZIP2=ON -DFT_DISABLE_PNG=ON \
   -DFT_DISABLE_HARFBUZZ=ON -DFT_DISABLE_BROTLI=ON
 
-# PNG through the bundled stb_image (and saved with the bundled miniz, for the
-# screen gallery): the game loads nothing else.
 image_formats=()
 for f in AVIF BMP GIF JPG JXL LBM PCX PNM QOI SVG TGA TIF WEBP XCF XPM XV; do
   image_formats+=("-DSDL2IMAGE_$f=OFF")
@@ -80,8 +118,6 @@ build sdl2_image "$(src_of libsdl2-image)" -DSDL2IMAGE_SAMPLES=OFF \
 sed -i 's/^\( *\)\(set(SDL2IMAGE_PNG\) *ON)/\1\2 OFF)  # stb_image decodes PNG/' \
   "$prefix/lib/cmake/SDL2_image/SDL2_imageConfig.cmake"
 
-# WAV, Ogg Vorbis (stb_vorbis), MP3 (dr_mp3) and FLAC (dr_flac): the formats
-# the game's music folder takes, all decoded by code bundled with the mixer.
 build sdl2_mixer "$(src_of libsdl2-mixer)" -DSDL2MIXER_SAMPLES=OFF \
   -DSDL2MIXER_VENDORED=OFF -DSDL2MIXER_DEPS_SHARED=OFF -DSDL2MIXER_CMD=OFF \
   -DSDL2MIXER_WAVE=ON -DSDL2MIXER_VORBIS=STB \
@@ -92,7 +128,9 @@ build sdl2_mixer "$(src_of libsdl2-mixer)" -DSDL2MIXER_SAMPLES=OFF \
 build sdl2_ttf "$(src_of libsdl2-ttf)" -DSDL2TTF_SAMPLES=OFF \
   -DSDL2TTF_VENDORED=OFF -DSDL2TTF_HARFBUZZ=OFF
 
-build googletest "$(src_of googletest)" -DBUILD_GMOCK=OFF -DINSTALL_GTEST=ON
+if [ "$target" = windows ]; then
+  build googletest "$(src_of googletest)" -DBUILD_GMOCK=OFF -DINSTALL_GTEST=ON
+fi
 
 rm -rf "$work"
 touch "$prefix/.complete"

@@ -4,8 +4,9 @@
 # apt-get for what is missing.
 #
 #   scripts/setup.sh           the native build, its tests and tools
-#   scripts/setup.sh windows   the Windows cross build: MinGW-w64, Wine, unzip,
-#                              and Debian's source entries for apt-get source
+#   scripts/setup.sh windows   the Windows cross build: MinGW-w64, Wine, unzip
+#   scripts/setup.sh sources   apt-get source: dpkg-dev and Debian's source
+#                              entries (for our own builds of the SDL2 family)
 set -euo pipefail
 
 case "${1:-native}" in
@@ -18,9 +19,11 @@ case "${1:-native}" in
       fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
     ) ;;
   windows)
-    packages=(g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev unzip) ;;
+    packages=(g++-mingw-w64-x86-64-posix wine wine64 unzip) ;;
+  sources)
+    packages=(dpkg-dev) ;;
   *)
-    echo "setup: unknown package set '$1' (native or windows)" >&2
+    echo "setup: unknown package set '$1' (native, windows or sources)" >&2
     exit 2 ;;
 esac
 
@@ -47,7 +50,7 @@ done
 # are those of the binaries installed.
 refresh=0
 deb_src=/etc/apt/sources.list.d/vornco-deb-src
-if [ "${1:-native}" = windows ] && [ ! -f "$deb_src.sources" ] && [ ! -f "$deb_src.list" ]; then
+if [ "${1:-native}" = sources ] && [ ! -f "$deb_src.sources" ] && [ ! -f "$deb_src.list" ]; then
   if [ -f /etc/apt/sources.list.d/debian.sources ]; then
     sed 's/^Types: deb$/Types: deb-src/' /etc/apt/sources.list.d/debian.sources \
       | as_root tee "$deb_src.sources" >/dev/null

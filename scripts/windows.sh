@@ -20,7 +20,7 @@ case "${1:-}" in
 esac
 
 bash scripts/setup.sh
-prefix=$(bash scripts/windows-prefix.sh | tail -n 1)
+prefix=$(bash scripts/sdl-prefix.sh windows | tail -n 1)
 
 build=build/windows
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
