@@ -52,13 +52,8 @@ fail() {
   exit 1
 }
 
-# A display number nobody uses.
-n=90
-while [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ]; do n=$((n + 1)); done
-Xvfb ":$n" -screen 0 1366x768x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb_pid=$!
-export DISPLAY=":$n"
-for _ in $(seq 100); do [ -e "/tmp/.X11-unix/X$n" ] && break; sleep 0.1; done
+source "$here/x_display.sh"
+start_virtual_display
 
 # The real video driver this time; the dummy audio driver, since the
 # machine may have no sound card. (LeakSanitizer flags a leak inside the
@@ -86,11 +81,7 @@ wait_for_log() {   # text, seconds
   fail "the log never said: $1"
 }
 
-# The colour at a screen pixel as "r g b".
-pixel() {
-  import -window root -crop "1x1+$1+$2" -depth 8 txt:- 2>/dev/null |
-    sed -n 's/.*(\([0-9]*\),\([0-9]*\),\([0-9]*\).*/\1 \2 \3/p' | head -1
-}
+pixel() { screen_pixel "$@"; }
 
 # Waits until the glass at (400, 560) is green or red; saves a screenshot.
 wait_for_glass() {   # green|red, name
