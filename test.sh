@@ -1,10 +1,15 @@
 #!/usr/bin/env bash
 # Builds everything with AddressSanitizer and UndefinedBehaviorSanitizer and
-# runs the whole test suite headless; then cross-builds the Windows game, runs
-# the same suite on it under Wine and packs its zip. Exits non-zero on any
-# failure. VORN_WINDOWS=0 leaves the Windows half out (a quicker local run).
+# runs the whole test suite headless; builds and checks the Linux download;
+# then cross-builds the Windows game, runs the same suite on it under Wine
+# and packs and checks its zip. Exits non-zero on any failure; at the end it
+# says how long each part took. VORN_WINDOWS=0 leaves the Windows half out (a
+# quicker local run).
 set -euo pipefail
 cd "$(dirname "$0")"
+timings=()
+lap() { timings+=("$1 $((SECONDS / 60))m$((SECONDS % 60))s"); SECONDS=0; }
+SECONDS=0
 bash scripts/setup.sh
 
 build=build/sanitize
@@ -21,8 +26,15 @@ ctest --test-dir "$build" --output-on-failure --no-tests=error -j "$(nproc)"
 # The catalogue scanner and the save loader against hostile bytes (needs
 # clang; skipped with a note without it).
 bash scripts/fuzz.sh
+lap native
+
+# The Linux download, built, unpacked into an empty folder and started there.
+bash scripts/linux-release.sh --test
+lap "linux release"
 
 # The game on its real target: the Windows build, tested under Wine, packed.
 if [ "${VORN_WINDOWS:-1}" != 0 ]; then
   bash scripts/windows.sh --test
+  lap windows
 fi
+echo "test.sh: all passed (${timings[*]/%/;})"
