@@ -17,7 +17,7 @@ mkdir -p "$out"
 flags=(-std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all -Isrc)
 
 clang++ "${flags[@]}" tests/fuzz/catalogue_fuzzer.cpp src/data/level_catalogue.cpp -o "$out/catalogue_fuzzer"
-clang++ "${flags[@]}" tests/fuzz/save_fuzzer.cpp src/data/save_data.cpp -o "$out/save_fuzzer"
+clang++ "${flags[@]}" tests/fuzz/save_fuzzer.cpp src/data/save_data.cpp src/data/file_paths.cpp -o "$out/save_fuzzer"
 
 for target in catalogue save; do
   scratch="$out/corpus-$target"
