@@ -9,6 +9,10 @@
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
+#include "support/station_desk.h"
+#include "support/station_sounds.h"
+#include "support/text_probe.h"
+#include "support/timing_pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -27,10 +31,17 @@ constexpr double kPi = 3.14159265358979323846;
 
 // Feeds a station one frame at a time with the pointer and button given; the
 // press and release edges follow from the previous frame, as the event pump
-// makes them. The audio device is never opened, so sounds are no-ops.
+// makes them. The audio device is never opened: every sound asked for is
+// logged, and every frame is held to its verdict sound (pass right before
+// Solved, fail right before Failed, no pass while running).
 struct Pointer {
     InputState in;
+    std::vector<std::string> sounds;
     AudioSystem silent;
+
+    Pointer() { silent.requestLog = &sounds; }
+    Pointer(const Pointer&) = delete;
+    Pointer& operator=(const Pointer&) = delete;
 
     LevelResult step(Level& level, double dt, int x, int y, bool down) {
         in.clearEdges();
@@ -39,7 +50,10 @@ struct Pointer {
         in.mouseDown = down;
         in.mouseX = x;
         in.mouseY = y;
-        return level.update(dt, in, silent);
+        const std::size_t before = sounds.size();
+        const LevelResult r = level.update(dt, in, silent);
+        EXPECT_TRUE(test::soundsFitVerdict(r, sounds, before));
+        return r;
     }
     // A press and nothing else: the button goes down on this frame.
     LevelResult press(Level& level, double dt, int x, int y) {
@@ -198,34 +212,131 @@ TEST(ButtonStation, NoPressAnywhereOffThePlateEverFails) {
             ASSERT_EQ(p.press(level, 0.016, x, y), LevelResult::Running) << x << "," << y;
         }
     }
+    EXPECT_EQ(p.sounds, std::vector<std::string>{});
+}
+
+TEST(ButtonStation, ThePlateLandsWhereTheTwoDrawsSayForAnySeed) {
+    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+        Rng rng(seed);
+        ButtonLevel level;
+        lay(level, "button", 1, rng);
+        // y in [210, 570] first (361 values), then x in [293, 1033] (741 values).
+        Rng byHand(seed);
+        const int y = 210 + test::uniformBelowByHand(byHand, 361);
+        const int x = 293 + test::uniformBelowByHand(byHand, 741);
+        EXPECT_EQ(level.target.y, y) << "seed " << seed;
+        EXPECT_EQ(level.target.x, x) << "seed " << seed;
+        EXPECT_EQ(rng, byHand) << "seed " << seed;
+    }
+}
+
+TEST(ButtonStation, PressingThePlatePlaysThePassSoundAndNothingElse) {
+    test::Desk<ButtonLevel> desk(5489, 1);
+    EXPECT_EQ(desk.press(393 + 19, 504 + 12), LevelResult::Solved);   // the plate at (393, 504)
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+}
+
+TEST(ButtonStation, PressesOffThePlateMakeNoSoundAtAll) {
+    test::Desk<ButtonLevel> desk(5489, 1);
+    // The big button's middle and corners, both sides of the plate, the floor;
+    // each pressed, held a frame and let go.
+    const std::vector<std::pair<int, int>> spots{{683, 405}, {593, 315}, {772, 494}, {392, 515},
+                                                 {431, 515}, {410, 503}, {410, 528}, {300, 200},
+                                                 {1100, 600}};
+    for (const auto& [x, y] : spots) {
+        EXPECT_EQ(desk.press(x, y), LevelResult::Running) << x << "," << y;
+        EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+        EXPECT_EQ(desk.release(x, y), LevelResult::Running);
+    }
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+}
+
+TEST(ButtonStation, APlateLyingOnTheBigButtonStillWins) {
+    test::Desk<ButtonLevel> desk(5489, 1);
+    // Some seeds put the plate over the big button; the plate is asked first.
+    desk.level.target.x = 660;
+    desk.level.target.y = 440;
+    EXPECT_EQ(desk.press(670, 450), LevelResult::Solved);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+}
+
+TEST(ButtonStation, TheBigButtonSaysPressInInkWhetherLitOrDark) {
+    for (const bool pressed : {false, true}) {
+        Rng rng(5489);
+        ButtonLevel level;
+        lay(level, "button", 1, rng);
+        if (pressed) {
+            Pointer p;
+            p.press(level, 0.016, 683, 405);
+        }
+        test::SoftwareCanvas canvas;
+        canvas.useGameFonts();
+        canvas.fill(rgb(0, 0, 0));
+        level.render(canvas.graphics);
+        // The face is a flat disc of radius 78 round (683, 405): a 100 x 40
+        // box at its middle holds the word and nothing else.
+        const Color face = pressed ? rgb(153, 34, 25) : rgb(255, 58, 42);
+        EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{633, 385, 100, 40}, face, "PRESS", 683, 405,
+                                         TextSize::Large, rgb(20, 20, 20), true, true),
+                  0)
+            << (pressed ? "dark" : "lit");
+    }
+}
+
+// The button station as seed 5489 must show it: the shadow disc, the face
+// over it, the word, then the brass plate at (393, 504) with its ink strip.
+void paintButton(Graphics& g, Color face, Color shadow) {
+    g.circle(683, 405, 88, shadow, true);
+    g.circle(683, 405, 78, face, true);
+    g.text("PRESS", 683, 405, TextSize::Large, rgb(20, 20, 20), true, true);
+    g.roundRect(Rect{393, 504, 38, 24}, 4, rgb(199, 154, 53), true);
+    g.rect(Rect{397, 508, 12, 16}, rgb(20, 20, 20), true);
 }
 
 TEST(ButtonStation, DrawsTheRedButtonOnItsShadowAndTheBrassPlate) {
     Rng rng(5489);
     ButtonLevel level;
     lay(level, "button", 1, rng);
-    test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(683 + 83, 405), rgb(127, 29, 21));   // shadow ring, 78..88
-    EXPECT_EQ(canvas.pixel(683, 405 + 55), rgb(255, 58, 42));   // face, below the label
-    EXPECT_EQ(canvas.pixel(683 + 95, 405), rgb(0, 0, 0));
-    EXPECT_EQ(canvas.pixel(393 + 30, 504 + 12), rgb(199, 154, 53));   // plate
-    EXPECT_EQ(canvas.pixel(393 + 9, 504 + 12), rgb(20, 20, 20));      // its ink strip
-    EXPECT_EQ(canvas.pixel(393 + 17, 504 + 12), rgb(199, 154, 53));
+    // The shadow is the face at half strength: (127, 29, 21).
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) {
+                                      paintButton(g, rgb(255, 58, 42), rgb(127, 29, 21));
+                                  }));
 }
 
-TEST(ButtonStation, APressedButtonDrawsDarkUntilTheFlashRunsOut) {
+TEST(ButtonStation, APressedButtonDrawsDarkOnADarkerShadow) {
     Rng rng(5489);
     ButtonLevel level;
     lay(level, "button", 1, rng);
     Pointer p;
     p.press(level, 0.016, 683, 405);
-    test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(683, 405 + 55), rgb(153, 34, 25));
-    EXPECT_EQ(canvas.pixel(683 + 83, 405), rgb(76, 17, 12));
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) {
+                                      paintButton(g, rgb(153, 34, 25), rgb(76, 17, 12));
+                                  }));
+}
+
+TEST(ButtonStation, TheFlashShowsOnThePressCallAndEightMoreThenTheButtonIsRedAgain) {
+    for (const double dt : {0.002, 0.05}) {
+        Rng rng(5489);
+        ButtonLevel level;
+        lay(level, "button", 1, rng);
+        Pointer p;
+        test::SoftwareCanvas canvas;
+        // 0.15 less 0.016 a call: still above zero after 9 calls (0.006),
+        // spent on the 10th.
+        for (int call = 1; call <= 10; ++call) {
+            if (call == 1) {
+                p.press(level, dt, 683, 405);
+            } else {
+                p.step(level, dt, 683, 405, call < 5);
+            }
+            canvas.fill(rgb(0, 0, 0));
+            level.render(canvas.graphics);
+            const Color face = call < 10 ? rgb(153, 34, 25) : rgb(255, 58, 42);
+            EXPECT_EQ(canvas.pixel(683, 460), face) << "dt " << dt << ", call " << call;
+        }
+    }
 }
 
 // --------------------------------------------------------------------- hold
@@ -287,19 +398,86 @@ TEST_F(HoldStation, AHoldStartedInsideTheBarMayDriftOutside) {
     EXPECT_EQ(p.step(level, 0.125, 100, 700, true), LevelResult::Solved);
 }
 
-TEST_F(HoldStation, TheFillRisesFromTheBottomWithTheHeldTime) {
-    level.heldTime = 1.0;
-    level.holding = true;
-    test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    // f = trunc(344 x 1 / 2) = 172: green from y 400 to 571.
-    EXPECT_EQ(canvas.pixel(683, 300), rgb(99, 77, 26));
-    EXPECT_EQ(canvas.pixel(683, 399), rgb(99, 77, 26));
-    EXPECT_EQ(canvas.pixel(683, 400), rgb(70, 224, 138));
-    EXPECT_EQ(canvas.pixel(683, 571), rgb(70, 224, 138));
-    EXPECT_EQ(canvas.pixel(683, 574), rgb(99, 77, 26));
-    EXPECT_EQ(canvas.pixel(637, 500), rgb(99, 77, 26));   // the frame beside the fill
+TEST_F(HoldStation, TheBarsRightAndBottomEdgesAreOutsideIt) {
+    // The bar covers x 633..732 and y 220..579.
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{{733, 400}, {683, 580}, {632, 400},
+                                                               {683, 219}}) {
+        EXPECT_EQ(p.step(level, 0.1, x, y, true), LevelResult::Running);
+        EXPECT_FALSE(level.holding) << x << "," << y;
+        EXPECT_EQ(p.step(level, 0.1, x, y, false), LevelResult::Running);
+    }
+    p.step(level, 0.1, 732, 579, true);
+    EXPECT_TRUE(level.holding);
+}
+
+TEST_F(HoldStation, TheHoldIsSilentUntilThePassOnItsLastFrame) {
+    test::Desk<HoldLevel> desk(99, 2);
+    EXPECT_EQ(desk.press(683, 400, 0.0625), LevelResult::Running);
+    for (int i = 0; i < 30; ++i) {
+        ASSERT_EQ(desk.step(0.0625), LevelResult::Running) << i;
+    }
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+    EXPECT_EQ(desk.step(0.0625), LevelResult::Solved);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+}
+
+TEST_F(HoldStation, LettingGoEarlyPlaysTheFailSoundAlone) {
+    test::Desk<HoldLevel> desk(99, 2);
+    desk.press(683, 400, 0.5);
+    desk.step(0.5);
+    desk.pointAt(100, 700);   // wandered off, still held
+    desk.step(0.5);
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+    EXPECT_EQ(desk.release(100, 700), LevelResult::Failed);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"fail"}));
+}
+
+TEST_F(HoldStation, APressOutsideTheBarAndItsReleaseMakeNoSound) {
+    test::Desk<HoldLevel> desk(99, 2);
+    EXPECT_EQ(desk.press(600, 400), LevelResult::Running);
+    desk.pointAt(683, 400);   // dragged in
+    EXPECT_EQ(desk.step(0.5), LevelResult::Running);
+    EXPECT_EQ(desk.release(683, 400), LevelResult::Running);
+    EXPECT_EQ(desk.click(683, 170), LevelResult::Running);   // above the bar
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+}
+
+// The hold bar as it must look: the frame, the green fill `fill` px high
+// standing 8 px above the frame's foot, and the orange word over the top.
+void paintHold(Graphics& g, int fill, const char* word) {
+    g.roundRect(Rect{633, 220, 100, 360}, 8, rgb(99, 77, 26), true);
+    g.rect(Rect{641, 572 - fill, 84, fill}, rgb(70, 224, 138), true);
+    g.text(word, 683, 214, TextSize::Normal, rgb(255, 170, 46), true, false);
+}
+
+TEST_F(HoldStation, BeforeTheHoldTheBarIsEmptyAndSaysPressAndHold) {
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintHold(g, 0, "PRESS & HOLD"); }));
+}
+
+TEST_F(HoldStation, APressOutsideTheBarLeavesItAskingToPressAndHold) {
+    p.step(level, 0.5, 600, 400, true);
+    p.step(level, 0.5, 683, 400, true);
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintHold(g, 0, "PRESS & HOLD"); }));
+}
+
+TEST_F(HoldStation, WhileHeldTheBarSaysHoldAndFillsFromTheBottom) {
+    p.step(level, 0.25, 683, 400, true);
+    p.step(level, 0.25, 683, 400, true);
+    // Half a second of two: trunc(344 x 0.5 / 2) = 86 px.
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintHold(g, 86, "HOLD!"); }));
+    p.step(level, 0.5, 100, 700, true);   // drifted off: still held
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintHold(g, 172, "HOLD!"); }));
+}
+
+TEST_F(HoldStation, TheFillIsTruncatedNotRounded) {
+    p.step(level, 1.3, 683, 400, true);
+    // 344 x 1.3 / 2 = 223.6 -> 223 px.
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintHold(g, 223, "HOLD!"); }));
 }
 
 // ------------------------------------------------------------------ twohand
@@ -525,8 +703,9 @@ TEST(TwoHandStation, NoOnePointerPlayEverSolvesItAndNoneFailsIt) {
     bool sawFullCharge = false;
     bool sawOnTargetNearlyCharged = false;
     int runs = 0;
+    const std::vector<int> frameTimes{5, 16, 50};   // ms: 200 Hz, 60 Hz and the clamp
     for (const std::int32_t number : {11, 22}) {
-        for (int ms = 1; ms <= 50; ++ms) {
+        for (const int ms : frameTimes) {
             const double dt = ms / 1000.0;
             // Some plans remember what they did: fresh ones for every frame time.
             const std::vector<Plan> fresh = oneHandedPlans();
@@ -537,7 +716,7 @@ TEST(TwoHandStation, NoOnePointerPlayEverSolvesItAndNoneFailsIt) {
                 lay(level, "twohand", number, rng);
                 Pointer p;
                 ++runs;
-                const int frames = static_cast<int>(10.0 / dt);
+                const int frames = static_cast<int>(5.0 / dt);
                 for (int f = 0; f < frames; ++f) {
                     const Move m = plan(level, f, dt);
                     const LevelResult r = p.step(level, dt, m.x, m.y, m.down);
@@ -552,51 +731,132 @@ TEST(TwoHandStation, NoOnePointerPlayEverSolvesItAndNoneFailsIt) {
                         sawOnTargetNearlyCharged = true;
                     }
                 }
+                ASSERT_EQ(p.sounds, std::vector<std::string>{}) << "plan " << i;
             }
         }
     }
-    EXPECT_EQ(runs, 2 * 50 * static_cast<int>(plans.size()));
+    EXPECT_EQ(runs, 2 * static_cast<int>(frameTimes.size() * plans.size()));
     // The search did get close: full charges, and the pointer on the target
     // with the grip still more than four-fifths charged.
     EXPECT_TRUE(sawFullCharge);
     EXPECT_TRUE(sawOnTargetNearlyCharged);
 }
 
-TEST(TwoHandStation, DrawsTheGripItsChargeAndTheOrangeTarget) {
-    Rng rng(3);
-    TwoHandLevel level;
-    lay(level, "twohand", 11, rng);
-    test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(298, 430), rgb(109, 84, 29));   // idle grip
-    EXPECT_EQ(canvas.pixel(310, 450), rgb(109, 84, 29));   // no charge bar yet
-    EXPECT_EQ(canvas.pixel(683, 270), rgb(255, 170, 46));  // target core, r 20
-    EXPECT_EQ(canvas.pixel(683 + 23, 270), rgb(102, 68, 18));   // its rim, r 26
-    EXPECT_EQ(canvas.pixel(683 + 28, 270), rgb(0, 0, 0));
+TEST(TwoHandStation, ACatchMakesThePassSoundOnItsLastFrameAndNothingBefore) {
+    // The cramped area again: the grip's edge at x 149 is 11 px from the
+    // target parked at x 160.
+    test::Desk<TwoHandLevel> desk(3, 11, Rect{0, 0, 200, 200});
+    desk.press(149, 80, 1.0 / 64);
+    for (int frame = 2; frame < 48; ++frame) {
+        ASSERT_EQ(desk.step(1.0 / 64), LevelResult::Running) << frame;
+    }
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+    EXPECT_EQ(desk.step(1.0 / 64), LevelResult::Solved);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
 }
 
-TEST(TwoHandStation, AChargingGripTurnsGreenAndAFullOneLightsTheTarget) {
+TEST(TwoHandStation, TheTargetReachesLessThanTwentySixPixels) {
+    // Target parked at (160, 80); the grip spans x 30..149 and y 40..159.
+    test::Desk<TwoHandLevel> desk(3, 11, Rect{0, 0, 200, 200});
+    desk.press(134, 80, 0.05);   // exactly 26 px from the target
+    for (int i = 0; i < 60; ++i) {
+        ASSERT_EQ(desk.step(0.05), LevelResult::Running);
+        ASSERT_EQ(desk.level.dwell, 0.0) << i;
+    }
+    ASSERT_EQ(desk.level.charge, 1.0);
+    desk.pointAt(135, 80);   // 25 px: on it
+    EXPECT_EQ(desk.step(0.125), LevelResult::Running);
+    EXPECT_EQ(desk.level.dwell, 0.125);
+    EXPECT_EQ(desk.step(0.125), LevelResult::Running);   // 0.25 is not past a quarter second
+    EXPECT_EQ(desk.step(0.125), LevelResult::Solved);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+}
+
+TEST(TwoHandStation, TheGripSaysHoldInInkWhetherIdleOrCharging) {
+    for (const double charge : {0.0, 0.3}) {
+        Rng rng(3);
+        TwoHandLevel level;
+        lay(level, "twohand", 11, rng);
+        level.charge = charge;
+        test::SoftwareCanvas canvas;
+        canvas.useGameFonts();
+        canvas.fill(rgb(0, 0, 0));
+        level.render(canvas.graphics);
+        // The grip is flat from x 293 to 412 and y 345 to 464 but for its
+        // corners and the charge bar at y 447: the box round (353, 395) is
+        // the word's alone.
+        const Color grip = charge > 0.0 ? rgb(35, 112, 69) : rgb(109, 84, 29);
+        EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{303, 378, 100, 34}, grip, "HOLD", 353, 395,
+                                         TextSize::Normal, rgb(20, 20, 20), true, true),
+                  0)
+            << charge;
+    }
+}
+
+TEST(TwoHandStation, ItsInstructionSitsEighteenPixelsAboveTheFoot) {
     Rng rng(3);
     TwoHandLevel level;
     lay(level, "twohand", 11, rng);
-    level.charge = 0.5;
     test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
+    canvas.useGameFonts();
+    canvas.fill(rgb(0, 0, 0));
     level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(298, 430), rgb(35, 112, 69));
-    // The bar from x 303, 50 px wide at half charge, y 447..454.
-    EXPECT_EQ(canvas.pixel(303, 450), rgb(70, 224, 138));
-    EXPECT_EQ(canvas.pixel(352, 450), rgb(70, 224, 138));
-    EXPECT_EQ(canvas.pixel(353, 450), rgb(35, 112, 69));
-    EXPECT_EQ(canvas.pixel(683, 270), rgb(255, 170, 46));
+    // Nothing else of the station comes below y 500.
+    EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{0, 500, 1366, 268}, rgb(0, 0, 0),
+                                     "HOLD, THEN CATCH THE TARGET", 683, 602, TextSize::Small,
+                                     rgb(178, 119, 32), true, false),
+              0);
+}
 
+// The two-hand station as it must look: the grip plate, its word, the charge
+// bar `barWidth` px long, the target (a 26 px disc at 40% under a 20 px one)
+// at (x, 270), and the instruction line.
+void paintTwoHand(Graphics& g, Color grip, int barWidth, int x, Color rim, Color target) {
+    g.roundRect(Rect{293, 345, 120, 120}, 10, grip, true);
+    g.text("HOLD", 353, 395, TextSize::Normal, rgb(20, 20, 20), true, true);
+    g.rect(Rect{303, 447, barWidth, 8}, rgb(70, 224, 138), true);
+    g.circle(x, 270, 26, rim, true);
+    g.circle(x, 270, 20, target, true);
+    g.text("HOLD, THEN CATCH THE TARGET", 683, 602, TextSize::Small, rgb(178, 119, 32), true,
+           false);
+}
+
+TEST(TwoHandStation, IdleTheGripIsBrassAndTheTargetOrange) {
+    Rng rng(3);
+    TwoHandLevel level;
+    lay(level, "twohand", 11, rng);
+    // Orange at 40%: (102, 68, 18).
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) {
+                                      paintTwoHand(g, rgb(109, 84, 29), 0, 683,
+                                                   rgb(102, 68, 18), rgb(255, 170, 46));
+                                  }));
+}
+
+TEST(TwoHandStation, AChargingGripTurnsGreenAndGrowsItsBar) {
+    Rng rng(3);
+    TwoHandLevel level;
+    lay(level, "twohand", 11, rng);
+    level.charge = 0.57;       // 100 x 0.57 is 56.99... in doubles: the bar is 56 px
+    level.targetX = 700.9;     // drawn at 700, truncated
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) {
+                                      paintTwoHand(g, rgb(35, 112, 69), 56, 700,
+                                                   rgb(102, 68, 18), rgb(255, 170, 46));
+                                  }));
+}
+
+TEST(TwoHandStation, AFullGripLightsTheTargetGreen) {
+    Rng rng(3);
+    TwoHandLevel level;
+    lay(level, "twohand", 11, rng);
     level.charge = 1.0;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(683, 270), rgb(70, 224, 138));
-    EXPECT_EQ(canvas.pixel(683 + 23, 270), rgb(28, 89, 55));
-    EXPECT_EQ(canvas.pixel(402, 450), rgb(70, 224, 138));
+    // Green at 40%: (28, 89, 55).
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) {
+                                      paintTwoHand(g, rgb(35, 112, 69), 100, 683,
+                                                   rgb(28, 89, 55), rgb(70, 224, 138));
+                                  }));
 }
 
 // ----------------------------------------------------------------- patience
@@ -660,28 +920,126 @@ TEST(PatienceStation, OnceTheBarIsFullGoPassesAndClicksElsewhereDoNothing) {
     EXPECT_EQ(p.press(level, 0.01, 593, 445), LevelResult::Solved);
 }
 
-TEST(PatienceStation, TheBarFillsOrangeThenTurnsGreen) {
+TEST(PatienceStation, TheWaitFollowsTheFirstRawDrawForAnySeed) {
+    for (std::uint32_t seed = 1; seed <= 60; ++seed) {
+        Rng rng(seed);
+        PatienceLevel level;
+        lay(level, "patience", 3, rng);
+        Rng byHand(seed);
+        const double wait = static_cast<double>(byHand() % 100) / 100.0 * 1.5 + 2.6;
+        EXPECT_DOUBLE_EQ(level.wait, wait) << "seed " << seed;
+        EXPECT_EQ(rng, byHand) << "seed " << seed;
+    }
+}
+
+TEST(PatienceStation, AnEarlyClickPlaysTheFailSoundAlone) {
+    test::Desk<PatienceLevel> desk(5489, 3);
+    desk.step(1.0);
+    EXPECT_EQ(desk.press(683, 475), LevelResult::Failed);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"fail"}));
+}
+
+TEST(PatienceStation, WaitingIsSilentAndSoAreReadyClicksBesideGo) {
+    test::Desk<PatienceLevel> desk(5489, 3);   // waits 2.78 s
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(desk.step(0.05), LevelResult::Running);
+    }
+    ASSERT_TRUE(desk.level.ready);
+    // GO covers x 593..772, y 445..504.
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{{592, 475}, {773, 475}, {683, 444},
+                                                               {683, 505}, {100, 100}}) {
+        EXPECT_EQ(desk.click(x, y), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+    EXPECT_EQ(desk.press(772, 504), LevelResult::Solved);
+    EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+}
+
+TEST(PatienceStation, TheBarIsFullOnTheFrameTheWaitIsReached) {
+    {
+        test::Desk<PatienceLevel> desk(5489, 3);
+        // The click lands in the very update that brings the time to the wait.
+        EXPECT_EQ(desk.press(683, 475, desk.level.wait), LevelResult::Solved);
+    }
+    {
+        test::Desk<PatienceLevel> desk(5489, 3);
+        EXPECT_EQ(desk.press(683, 475, std::nextafter(desk.level.wait, 0.0)), LevelResult::Failed);
+        EXPECT_FALSE(desk.level.ready);
+    }
+}
+
+// The waiting room as it must look: the status line, the dark track with
+// `fill` px of it lit, the GO plate with its word, and the instruction line.
+void paintPatience(Graphics& g, bool ready, int fill) {
+    if (ready) {
+        g.text("GO \xE2\x80\x94 NOW CLICK", 683, 250, TextSize::Large, rgb(70, 224, 138), true,
+               true);
+    } else {
+        g.text("WAIT...", 683, 250, TextSize::Large, rgb(255, 58, 42), true, true);
+    }
+    g.rect(Rect{343, 310, 680, 22}, rgb(30, 30, 30), true);
+    g.rect(Rect{343, 310, fill, 22}, ready ? rgb(70, 224, 138) : rgb(255, 170, 46), true);
+    g.roundRect(Rect{593, 445, 180, 60}, 10, ready ? rgb(35, 112, 69) : rgb(79, 61, 21), true);
+    g.text("GO", 683, 475, TextSize::Large, rgb(20, 20, 20), true, true);
+    g.text("DO NOT CLICK UNTIL THE BAR IS FULL", 683, 604, TextSize::Small, rgb(178, 119, 32), true,
+           false);
+}
+
+TEST(PatienceStation, WhileWaitingTheBarFillsOrangeUnderARedWait) {
+    Rng rng(5489);
+    PatienceLevel level;
+    lay(level, "patience", 3, rng);   // waits 2.78 s
+    Pointer p;
+    p.step(level, 1.0, 0, 0, false);
+    // 680 x 1 / 2.78 = 244.6: 244 px lit.
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintPatience(g, false, 244); }));
+}
+
+TEST(PatienceStation, OnceReadyTheBarStaysFullAndEverythingTurnsGreen) {
     Rng rng(5489);
     PatienceLevel level;
     lay(level, "patience", 3, rng);
-    level.elapsed = level.wait / 2;
-    test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    // Track {343, 310, 680, 22}; half full is 340 px.
-    EXPECT_EQ(canvas.pixel(343, 320), rgb(255, 170, 46));
-    EXPECT_EQ(canvas.pixel(682, 320), rgb(255, 170, 46));
-    EXPECT_EQ(canvas.pixel(683, 320), rgb(30, 30, 30));
-    EXPECT_EQ(canvas.pixel(1022, 331), rgb(30, 30, 30));
-    EXPECT_EQ(canvas.pixel(598, 475), rgb(79, 61, 21));   // GO, not yet lit
+    Pointer p;
+    p.step(level, 2.0, 0, 0, false);
+    p.step(level, 1.5, 0, 0, false);   // 3.5 s, past the wait: never past the track
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintPatience(g, true, 680); }));
+}
 
-    level.elapsed = level.wait + 3.0;
-    level.ready = true;
-    canvas.graphics.clear(rgb(0, 0, 0));
+TEST(PatienceStation, GoIsWrittenInInkOnItsPlateBeforeAndAfter) {
+    for (const bool ready : {false, true}) {
+        Rng rng(5489);
+        PatienceLevel level;
+        lay(level, "patience", 3, rng);
+        Pointer p;
+        p.step(level, ready ? 3.0 : 1.0, 0, 0, false);
+        test::SoftwareCanvas canvas;
+        canvas.useGameFonts();
+        canvas.fill(rgb(0, 0, 0));
+        level.render(canvas.graphics);
+        // The plate is flat from x 603 to 762 over its full height.
+        const Color plate = ready ? rgb(35, 112, 69) : rgb(79, 61, 21);
+        EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{613, 447, 140, 56}, plate, "GO", 683, 475,
+                                         TextSize::Large, rgb(20, 20, 20), true, true),
+                  0)
+            << (ready ? "ready" : "waiting");
+    }
+}
+
+TEST(PatienceStation, ItsInstructionSitsSixteenPixelsAboveTheFoot) {
+    Rng rng(5489);
+    PatienceLevel level;
+    lay(level, "patience", 3, rng);
+    test::SoftwareCanvas canvas;
+    canvas.useGameFonts();
+    canvas.fill(rgb(0, 0, 0));
     level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(1022, 320), rgb(70, 224, 138));
-    EXPECT_EQ(canvas.pixel(1023, 320), rgb(0, 0, 0));   // never past the track
-    EXPECT_EQ(canvas.pixel(598, 475), rgb(35, 112, 69));
+    // The GO plate ends at y 505; below it there is only the instruction.
+    EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{0, 510, 1366, 258}, rgb(0, 0, 0),
+                                     "DO NOT CLICK UNTIL THE BAR IS FULL", 683, 604, TextSize::Small,
+                                     rgb(178, 119, 32), true, false),
+              0);
 }
 
 // The status line's band, y 190..309, holds nothing but the status text: the
@@ -814,23 +1172,106 @@ TEST_F(TimingStation, AnAngleStillAboveTwoPiIsJudgedByWhereItPoints) {
     EXPECT_EQ(p.press(bottom, (4 * kPi + 0.5 * kPi) / 2.6, dashX, dashY), LevelResult::Failed);
 }
 
-TEST_F(TimingStation, TheRingLeavesOutTheDotsAroundTheAngle) {
-    test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(773, 395), rgb(0, 0, 0));        // a = 0: in the gap
-    EXPECT_EQ(canvas.pixel(594, 396), rgb(255, 58, 42));    // a = 3.12, the far side
-    EXPECT_EQ(canvas.pixel(683, 484), rgb(255, 58, 42));    // a = 1.56, the bottom
-    EXPECT_EQ(canvas.pixel(681, 306), rgb(255, 58, 42));    // a = 4.68, the top
-    EXPECT_EQ(canvas.pixel(683, 285), rgb(70, 224, 138));   // the marker above the ring
-    EXPECT_EQ(canvas.pixel(598, 575), rgb(229, 194, 96));   // DASH
+TEST_F(TimingStation, DashPlaysThePassOrTheFailSoundAndNothingElse) {
+    {
+        test::Desk<TimingLevel> desk(11, 4);
+        desk.level.angle = 1.5 * kPi;
+        EXPECT_EQ(desk.press(dashX, dashY, 0.0), LevelResult::Solved);
+        EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+    }
+    {
+        test::Desk<TimingLevel> desk(11, 4);
+        desk.level.angle = 0.0;
+        EXPECT_EQ(desk.press(dashX, dashY, 0.0), LevelResult::Failed);
+        EXPECT_EQ(desk.sounds, (std::vector<std::string>{"fail"}));
+    }
+}
 
-    level.angle = 1.5 * kPi;
-    canvas.graphics.clear(rgb(0, 0, 0));
+TEST_F(TimingStation, PressesOffDashAreSilentWhereverTheGapIs) {
+    test::Desk<TimingLevel> desk(11, 4);
+    // DASH covers x 593..772 and y 562..605; the ring, the marker, DASH's
+    // four sides just outside it, and the floor.
+    const std::vector<std::pair<int, int>> spots{{683, 305}, {683, 285}, {592, 584}, {773, 584},
+                                                 {683, 561}, {683, 606}, {100, 700}};
+    for (int turn = 0; turn < 12; ++turn) {
+        for (const auto& [x, y] : spots) {
+            ASSERT_EQ(desk.click(x, y), LevelResult::Running) << x << "," << y;
+        }
+        desk.step(0.2);
+    }
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+}
+
+TEST_F(TimingStation, DashIsWrittenInInkOnItsPlate) {
+    test::SoftwareCanvas canvas;
+    canvas.useGameFonts();
+    canvas.fill(rgb(0, 0, 0));
     level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(681, 306), rgb(0, 0, 0));
-    EXPECT_EQ(canvas.pixel(773, 395), rgb(255, 58, 42));
-    EXPECT_EQ(canvas.pixel(683, 285), rgb(70, 224, 138));
+    // The plate is flat from x 601 to 764 over its full height, 562..605.
+    EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{613, 564, 140, 40}, rgb(229, 194, 96), "DASH", 683,
+                                     584, TextSize::Normal, rgb(20, 20, 20), true, true),
+              0);
+}
+
+TEST_F(TimingStation, ItsInstructionSitsBelowDash) {
+    test::SoftwareCanvas canvas;
+    canvas.useGameFonts();
+    canvas.fill(rgb(0, 0, 0));
+    level.render(canvas.graphics);
+    // DASH's rounded foot reaches y 606; from 607 down there is only the line.
+    EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{0, 607, 1366, 161}, rgb(0, 0, 0),
+                                     "DASH WHEN THE GAP REACHES THE TOP", 683, 604, TextSize::Small,
+                                     rgb(178, 119, 32), true, false),
+              0);
+}
+
+// The dash ring as it must look with the gap at `gap` radians: a red dot of
+// radius 7 every 0.12 rad from 0 round the ring of 90 about (683, 395), but
+// none within half a radian of the gap; the green marker over the top; the
+// DASH plate and its word; the instruction line.
+void paintTiming(Graphics& g, double gap) {
+    for (double a = 0.0; a < 2 * kPi; a += 0.12) {
+        if (std::fabs(std::atan2(std::sin(a - gap), std::cos(a - gap))) < 0.5) {
+            continue;
+        }
+        g.circle(683 + static_cast<int>(std::cos(a) * 90), 395 + static_cast<int>(std::sin(a) * 90),
+                 7, rgb(255, 58, 42), true);
+    }
+    g.circle(683, 285, 6, rgb(70, 224, 138), true);
+    g.roundRect(Rect{593, 562, 180, 44}, 8, rgb(229, 194, 96), true);
+    g.text("DASH", 683, 584, TextSize::Normal, rgb(20, 20, 20), true, true);
+    g.text("DASH WHEN THE GAP REACHES THE TOP", 683, 604, TextSize::Small, rgb(178, 119, 32), true,
+           false);
+}
+
+TEST_F(TimingStation, TheRingStartsWithItsGapOnTheRight) {
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintTiming(g, 0.0); }));
+}
+
+TEST_F(TimingStation, TheGapTurnsWithTheAngle) {
+    p.step(level, 1.0, 0, 0, false);   // 2.6 rad on: lower left
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintTiming(g, 2.6); }));
+    level.angle = 1.5 * kPi;   // at the top, under the marker
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintTiming(g, 1.5 * kPi); }));
+}
+
+TEST_F(TimingStation, TheGapLeavesOutNineDotsOfFiftyThree) {
+    // Dots are drawn at 0, 0.12, ... 6.24: 53 places. Round the angle 0 the
+    // gap swallows 0 to 0.48 and 5.88 to 6.24, nine of them; the 44 left
+    // are each a filled disc of radius 7.
+    test::SoftwareCanvas canvas;
+    canvas.fill(rgb(0, 0, 0));
+    level.render(canvas.graphics);
+    int dots = 0;
+    for (double a = 0.0; a < 2 * kPi; a += 0.12) {
+        const int x = 683 + static_cast<int>(std::cos(a) * 90);
+        const int y = 395 + static_cast<int>(std::sin(a) * 90);
+        dots += canvas.pixel(x, y) == rgb(255, 58, 42) ? 1 : 0;
+    }
+    EXPECT_EQ(dots, 44);
 }
 
 // -------------------------------------------------------------------- orbit
@@ -891,17 +1332,81 @@ TEST_F(OrbitStation, TheAngleWrapsOnceAndIsStillJudgedByWhereItPoints) {
     EXPECT_GT(level.angle, 2 * kPi);
 }
 
-TEST_F(OrbitStation, DrawsTheOrbitTheZoneAndTheGoldOrb) {
+TEST_F(OrbitStation, CatchingTheOrbPlaysThePassOrTheFailSoundAndNothingElse) {
+    {
+        test::Desk<OrbitLevel> desk(12, 33);
+        desk.level.angle = 1.5 * kPi;   // the orb at (683, 275), in the zone
+        EXPECT_EQ(desk.press(683, 275, 0.0), LevelResult::Solved);
+        EXPECT_EQ(desk.sounds, (std::vector<std::string>{"pass"}));
+    }
+    {
+        test::Desk<OrbitLevel> desk(12, 33);   // the orb at (813, 405)
+        EXPECT_EQ(desk.press(813, 405, 0.0), LevelResult::Failed);
+        EXPECT_EQ(desk.sounds, (std::vector<std::string>{"fail"}));
+    }
+}
+
+TEST_F(OrbitStation, ClicksThatMissTheOrbAreSilent) {
+    test::Desk<OrbitLevel> desk(12, 33);   // the orb held at (813, 405)
+    // The empty zone, the centre, the orbit's far side, and a hair outside
+    // the orb at (813, 405) on each side.
+    const std::vector<std::pair<int, int>> spots{{683, 275}, {683, 405}, {553, 405}, {789, 405},
+                                                 {837, 405}, {813, 381}, {813, 429}};
+    for (const auto& [x, y] : spots) {
+        ASSERT_EQ(desk.press(x, y, 0.0), LevelResult::Running) << x << "," << y;
+        ASSERT_EQ(desk.release(x, y, 0.0), LevelResult::Running);
+    }
+    EXPECT_EQ(desk.sounds, std::vector<std::string>{});
+}
+
+TEST_F(OrbitStation, TheOrbitRunsFasterFromStationForty) {
+    test::Desk<OrbitLevel> slow(12, 39);
+    test::Desk<OrbitLevel> fast(12, 40);
+    slow.step(0.5);
+    fast.step(0.5);
+    EXPECT_DOUBLE_EQ(slow.level.angle, 1.1);
+    EXPECT_DOUBLE_EQ(fast.level.angle, 1.6);
+}
+
+TEST_F(OrbitStation, ItsInstructionSitsSixteenPixelsAboveTheFoot) {
     test::SoftwareCanvas canvas;
-    canvas.graphics.clear(rgb(0, 0, 0));
+    canvas.useGameFonts();
+    canvas.fill(rgb(0, 0, 0));
     level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(813, 405), rgb(255, 216, 107));   // the orb at angle 0
-    EXPECT_EQ(canvas.pixel(813 + 20, 405), rgb(255, 216, 107));
-    EXPECT_EQ(canvas.pixel(683, 275), rgb(21, 67, 41));      // the zone at the top
-    EXPECT_EQ(canvas.pixel(683 + 30, 275), rgb(21, 67, 41));
-    EXPECT_EQ(canvas.pixel(683 + 34, 275), rgb(0, 0, 0));
-    EXPECT_EQ(canvas.pixel(553, 405), rgb(32, 32, 32));      // the orbit's far left
-    EXPECT_EQ(canvas.pixel(683, 405), rgb(0, 0, 0));         // nothing at the centre
+    // The orbit's lowest point is y 535.
+    EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{0, 540, 1366, 228}, rgb(0, 0, 0),
+                                     "CLICK THE ORB AS IT CROSSES THE TOP ZONE", 683, 604,
+                                     TextSize::Small, rgb(178, 119, 32), true, false),
+              0);
+}
+
+// The orbit as it must look with the orb at (x, y): the grey ring outline of
+// radius 130 round (683, 405), the green zone of radius 32 at its top, the
+// gold orb of radius 24 over both, and the instruction line.
+void paintOrbit(Graphics& g, int x, int y) {
+    g.circle(683, 405, 130, rgb(32, 32, 32), false);
+    g.circle(683, 275, 32, rgb(21, 67, 41), true);
+    g.circle(x, y, 24, rgb(255, 216, 107), true);
+    g.text("CLICK THE ORB AS IT CROSSES THE TOP ZONE", 683, 604, TextSize::Small, rgb(178, 119, 32),
+           true, false);
+}
+
+TEST_F(OrbitStation, TheOrbStartsOnTheRightOfItsOrbit) {
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintOrbit(g, 813, 405); }));
+}
+
+TEST_F(OrbitStation, TheOrbIsDrawnOverTheZoneAsItCrosses) {
+    level.angle = 1.5 * kPi;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintOrbit(g, 683, 275); }));
+}
+
+TEST_F(OrbitStation, TheOrbsPlaceIsTruncatedTowardTheCentre) {
+    level.angle = 2.5;
+    // cos 2.5 x 130 = -104.15 and sin 2.5 x 130 = 77.80: (579, 482).
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) { paintOrbit(g, 579, 482); }));
 }
 
 }  // namespace
@@ -954,8 +1459,7 @@ TEST(ButtonSolver, PressingTheBigButtonOnlyRunsOutTheClock) {
         return clickAt(hand, 683, 405);
     });
     EXPECT_EQ(bench.play(presser, 5.0).result, LevelResult::Running);
-    EXPECT_FALSE(bench.lastSoundWasFail());
-    EXPECT_FALSE(bench.lastSoundWasPass());
+    EXPECT_EQ(bench.sounds, std::vector<std::string>{});
 }
 
 TEST(HoldSolver, AClickOnTheBarFiresWithTheFailSound) {
@@ -964,7 +1468,7 @@ TEST(HoldSolver, AClickOnTheBarFiresWithTheFailSound) {
         return clickAt(hand, 683, 400);
     });
     EXPECT_EQ(bench.play(clicker, 5.0).result, LevelResult::Failed);
-    EXPECT_TRUE(bench.lastSoundWasFail());
+    EXPECT_EQ(bench.sounds, (std::vector<std::string>{"fail"}));
 }
 
 TEST(PatienceSolver, ClickingGoStraightAwayFiresWithTheFailSound) {
@@ -975,7 +1479,7 @@ TEST(PatienceSolver, ClickingGoStraightAwayFiresWithTheFailSound) {
     const StationBench::Outcome out = bench.play(eager, 5.0);
     EXPECT_EQ(out.result, LevelResult::Failed);
     EXPECT_LT(out.time, 1.0);
-    EXPECT_TRUE(bench.lastSoundWasFail());
+    EXPECT_EQ(bench.sounds, (std::vector<std::string>{"fail"}));
 }
 
 TEST(TimingSolver, DashingStraightAwayFiresWithTheFailSound) {
@@ -986,7 +1490,7 @@ TEST(TimingSolver, DashingStraightAwayFiresWithTheFailSound) {
     const StationBench::Outcome out = bench.play(eager, 5.0);
     EXPECT_EQ(out.result, LevelResult::Failed);
     EXPECT_LT(out.time, 1.0);
-    EXPECT_TRUE(bench.lastSoundWasFail());
+    EXPECT_EQ(bench.sounds, (std::vector<std::string>{"fail"}));
 }
 
 TEST(OrbitSolver, GrabbingTheOrbAtTheSideFiresWithTheFailSound) {
@@ -1000,7 +1504,7 @@ TEST(OrbitSolver, GrabbingTheOrbAtTheSideFiresWithTheFailSound) {
     pushMotion(x, y);
     pushButton(true, x, y);
     EXPECT_EQ(bench.frame(0.016), LevelResult::Failed);
-    EXPECT_TRUE(bench.lastSoundWasFail());
+    EXPECT_EQ(bench.sounds, (std::vector<std::string>{"fail"}));
 }
 
 // Twohand ships in no catalogue: these records are its two speeds.
@@ -1023,8 +1527,7 @@ TEST(TwoHandSolver, TheBestOneHandedTryRunsOutTheClockInSilence) {
             const StationBench::Outcome out = bench.play(*solver, 20.0, dt);
             EXPECT_EQ(out.result, LevelResult::Running) << number << " at " << dt;
             EXPECT_NEAR(out.time, 20.0, 2 * dt);
-            EXPECT_FALSE(bench.lastSoundWasFail());
-            EXPECT_FALSE(bench.lastSoundWasPass());
+            EXPECT_EQ(bench.sounds, std::vector<std::string>{}) << number << " at " << dt;
         }
     }
 }
