@@ -369,6 +369,18 @@ TEST(WhackStation, ASwatWalksTheSlotsInOrderUntilARed) {
     EXPECT_EQ(redFirst.sounds, Sounds{"fail"});
 }
 
+TEST(WhackStation, AButtonHeldDownOverAGreenIsNoSwat) {
+    WhackDesk desk;
+    desk.level.spawnTimer = 1.0;
+    desk.level.slots[0] = WhackLevel::Slot{true, false, 500, 400, 30, 1.0};
+    desk.pointAt(500, 400);
+    desk.in.mouseDown = true;   // pressed on an earlier frame
+    EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+    EXPECT_EQ(desk.level.hits, 0);
+    EXPECT_TRUE(desk.level.slots[0].active);
+    EXPECT_EQ(desk.sounds, Sounds{});
+}
+
 TEST(WhackStation, ASwatExactlyOneRadiusAwayMissesSilently) {
     WhackDesk desk;
     desk.level.spawnTimer = 1.0;
@@ -583,6 +595,17 @@ TEST(DoubleClickStation, AClickOnADarkCellFiresEvenWithTheLitCellArmed) {
     desk.press(lit.x + 5, lit.y + 5);
     EXPECT_EQ(desk.press(dark.x + 5, dark.y + 5), LevelResult::Failed);
     EXPECT_EQ(desk.sounds, (Sounds{"click", "fail"}));
+}
+
+TEST(DoubleClickStation, AButtonHeldDownOnTheLitCellIsNoClick) {
+    ClickDesk desk;
+    const Rect& lit = desk.level.cells[4];
+    desk.pointAt(lit.x + 5, lit.y + 5);
+    desk.in.mouseDown = true;
+    EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+    EXPECT_EQ(desk.level.armedCell, -1);
+    EXPECT_DOUBLE_EQ(desk.level.clock, 0.016);
+    EXPECT_EQ(desk.sounds, Sounds{});
 }
 
 TEST(DoubleClickStation, AClickInTheGapBetweenCellsDoesNothing) {
@@ -1288,6 +1311,16 @@ TEST(HotColdStation, AWarmMissOnlyClicks) {
     EXPECT_EQ(desk.sounds, (Sounds{"click", "click"}));
 }
 
+TEST(HotColdStation, HoveringWithTheButtonHeldDecidesNothing) {
+    HotColdDesk desk;
+    desk.in.mouseDown = true;
+    desk.pointAt(891, 314);   // on the spot
+    EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+    desk.pointAt(263, 620);   // in the cold
+    EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+    EXPECT_EQ(desk.sounds, Sounds{});
+}
+
 TEST(HotColdStation, AMissExactlyAtHalfHeatOnlyClicks) {
     // A 600 x 800 area has a 1000 px diagonal: 250 px off is heat 0.5 exactly.
     HotColdDesk desk(5489, 11, Rect{0, 0, 600, 800});
@@ -1315,16 +1348,16 @@ TEST(HotColdStation, TheGlowIsTranslucentAndTheWordFollowsTheHeat) {
         const char* word;
         Color colour;
     };
-    // Each step of the word at its threshold and just past it.
+    // Each step of the word at its threshold and a hundredth past it.
     const Look looks[] = {
         {0.2, rgb(60, 76, 30, 84), "COLD", kOrange},
-        {0.25, rgb(70, 80, 30, 90), "COOL", kOrange},
+        {0.21, rgb(62, 76, 30, 85), "COOL", kOrange},
         {0.4, rgb(100, 92, 30, 108), "COOL", kOrange},
-        {0.45, rgb(110, 96, 30, 114), "WARM", kOrange},
+        {0.41, rgb(102, 92, 30, 109), "WARM", kOrange},
         {0.6, rgb(140, 108, 30, 132), "WARM", kOrange},
-        {0.7, rgb(160, 116, 30, 144), "HOT", kRed},
+        {0.61, rgb(142, 108, 30, 133), "HOT", kRed},
         {0.85, rgb(190, 128, 30, 162), "HOT", kRed},
-        {0.9, rgb(200, 132, 30, 168), "BURNING", kRed},
+        {0.86, rgb(192, 128, 30, 163), "BURNING", kRed},
     };
     Canvas canvas;
     Canvas expected;
