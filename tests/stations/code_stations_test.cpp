@@ -8,13 +8,16 @@
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
+#include "support/board_scenes.h"
 #include "support/station_bench.h"
+#include "support/station_sounds.h"
 #include "support/text_probe.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -23,21 +26,35 @@ namespace {
 
 constexpr Color kInstruction = rgb(178, 119, 32);
 
+using Sounds = std::vector<std::string>;
+
+// One pad on its own, seed 77, with an audio system that logs every sound
+// asked of it. Each press is held to the verdict rule (pass right before
+// Solved, fail right before Failed), and `heard` keeps what it asked for.
 template <typename T>
 struct Pad : ::testing::Test {
     T level;
     Rng rng{77};
+    Sounds sounds;
     AudioSystem silent;
     InputState in;
+    Sounds heard;   // the sounds of the last pressAt
 
-    void SetUp() override { level.setup(LevelDef{}, rng, kPlayArea); }
+    void SetUp() override {
+        silent.requestLog = &sounds;
+        level.setup(LevelDef{}, rng, kPlayArea);
+    }
 
     LevelResult pressAt(int x, int y) {
         in.mouseX = x;
         in.mouseY = y;
         in.mouseDown = true;
         in.mousePressed = true;
-        return level.update(1.0 / 60, in, silent);
+        const std::size_t before = sounds.size();
+        const LevelResult r = level.update(1.0 / 60, in, silent);
+        EXPECT_TRUE(test::soundsFitVerdict(r, sounds, before));
+        heard = test::soundsFrom(sounds, before);
+        return r;
     }
     LevelResult pressKey(int key) {
         const Rect& k = level.keys[key];
@@ -100,11 +117,13 @@ TEST_F(KeypadStation, TheLitSetIsAlwaysFourDistinctKeys) {
 }
 
 TEST_F(KeypadStation, LitKeysInReadingOrderPass) {
-    EXPECT_EQ(pressKey(level.sequence[0]), LevelResult::Running);
-    EXPECT_EQ(pressKey(level.sequence[1]), LevelResult::Running);
-    EXPECT_EQ(pressKey(level.sequence[2]), LevelResult::Running);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(pressKey(level.sequence[i]), LevelResult::Running) << i;
+        EXPECT_EQ(heard, Sounds{"click"}) << i;
+    }
     EXPECT_EQ(level.progress, 3);
     EXPECT_EQ(pressKey(level.sequence[3]), LevelResult::Solved);
+    EXPECT_EQ(heard, (Sounds{"click", "pass"}));
 }
 
 TEST_F(KeypadStation, PressingAnUnlitKeyFails) {
@@ -113,15 +132,29 @@ TEST_F(KeypadStation, PressingAnUnlitKeyFails) {
         ++unlit;
     }
     EXPECT_EQ(pressKey(unlit), LevelResult::Failed);
+    EXPECT_EQ(sounds, Sounds{"fail"});
+}
+
+TEST_F(KeypadStation, EveryUnlitKeyFailsEvenAfterAGoodStart) {
+    ASSERT_EQ(pressKey(level.sequence[0]), LevelResult::Running);
+    for (int key = 0; key < 9; ++key) {
+        if (!level.isLit(key)) {
+            level.progress = 1;
+            EXPECT_EQ(pressKey(key), LevelResult::Failed) << key;
+            EXPECT_EQ(heard, Sounds{"fail"}) << key;
+        }
+    }
 }
 
 TEST_F(KeypadStation, PressingTheSecondLowestLitKeyFirstFails) {
     EXPECT_EQ(pressKey(level.sequence[1]), LevelResult::Failed);
+    EXPECT_EQ(sounds, Sounds{"fail"});
 }
 
 TEST_F(KeypadStation, PressingALitKeyASecondTimeFails) {
     pressKey(level.sequence[0]);
     EXPECT_EQ(pressKey(level.sequence[0]), LevelResult::Failed);
+    EXPECT_EQ(sounds, (Sounds{"click", "fail"}));
 }
 
 TEST_F(KeypadStation, GapsBetweenKeysAndMovesWithoutAPressAreIgnored) {
@@ -133,6 +166,7 @@ TEST_F(KeypadStation, GapsBetweenKeysAndMovesWithoutAPressAreIgnored) {
     in.mouseY = k.y + 5;
     EXPECT_EQ(level.update(1.0 / 60, in, silent), LevelResult::Running);
     EXPECT_EQ(level.progress, 0);
+    EXPECT_EQ(sounds, Sounds{});
 }
 
 TEST_F(KeypadStation, LitKeysAreBrightUnlitDullAndPressedKeysStayLit) {
@@ -163,6 +197,29 @@ TEST_F(KeypadStation, LitKeysAreBrightUnlitDullAndPressedKeysStayLit) {
     }
 }
 
+// The whole pad against a picture painted by hand: key (r, c) at (566 + 82 c,
+// 210 + 76 r), 70 x 64, with corners of radius 6, and a face inset by 4
+// (62 x 56); brass and cream when lit, dull when not. Nothing else: no
+// labels, no progress, no line of orders.
+TEST_F(KeypadStation, ThePadMatchesAPicturePaintedKeyByKey) {
+    const int lit[4] = {1, 2, 6, 7};
+    std::copy(std::begin(lit), std::end(lit), level.sequence);
+    level.progress = 3;
+    test::BlackCanvas drawn;
+    level.render(drawn.graphics);
+    test::BlackCanvas want;
+    for (int i = 0; i < 9; ++i) {
+        const bool on = i == 1 || i == 2 || i == 6 || i == 7;
+        const int x = 566 + 82 * (i % 3);
+        const int y = 210 + 76 * (i / 3);
+        want.graphics.roundRect(Rect{x, y, 70, 64}, 6, on ? rgb(169, 130, 45) : rgb(89, 69, 23),
+                                true);
+        want.graphics.rect(Rect{x + 4, y + 4, 62, 56}, on ? rgb(216, 199, 156) : rgb(151, 139, 109),
+                           true);
+    }
+    EXPECT_TRUE(test::sameRegion(drawn, want, Rect{263, 190, 840, 450}));
+}
+
 // ---------------------------------------------------------------- LiarKeypad
 
 using LiarKeypadStation = Pad<LiarKeypadLevel>;
@@ -185,6 +242,19 @@ TEST_F(LiarKeypadStation, NineKeysInABlockAndTheZeroAloneBelowTheMiddle) {
     }
     EXPECT_EQ(level.keys[9].x, 641);
     EXPECT_EQ(level.keys[9].y, 514);
+    EXPECT_EQ(level.keys[9].w, 84);
+    EXPECT_EQ(level.keys[9].h, 64);
+}
+
+TEST_F(LiarKeypadStation, TheZeroKeyTakesPressesOnlyWithinItsEightyFourPixels) {
+    level.code[0] = 1;   // what the key labelled 0 types
+    EXPECT_EQ(pressAt(641 + 84, 520), LevelResult::Running);
+    EXPECT_EQ(pressAt(641 - 1, 520), LevelResult::Running);
+    EXPECT_EQ(pressAt(660, 514 + 64), LevelResult::Running);
+    EXPECT_EQ(level.progress, 0);
+    EXPECT_EQ(sounds, Sounds{});
+    EXPECT_EQ(pressAt(641 + 83, 514 + 63), LevelResult::Running);
+    EXPECT_EQ(level.progress, 1);
 }
 
 TEST_F(LiarKeypadStation, EveryKeyTypesOneMoreThanItShowsAndNineTypesZero) {
@@ -201,15 +271,19 @@ TEST_F(LiarKeypadStation, EveryKeyTypesOneMoreThanItShowsAndNineTypesZero) {
 TEST_F(LiarKeypadStation, ForTheCodeZeroZeroZeroTheNineIsPressedThreeTimes) {
     level.code[0] = level.code[1] = level.code[2] = 0;
     EXPECT_EQ(pressKey(8), LevelResult::Running);  // labelled 9
+    EXPECT_EQ(heard, Sounds{"click"});
     EXPECT_EQ(pressKey(8), LevelResult::Running);
+    EXPECT_EQ(heard, Sounds{"click"});
     EXPECT_EQ(level.progress, 2);
     EXPECT_EQ(pressKey(8), LevelResult::Solved);
+    EXPECT_EQ(heard, (Sounds{"click", "pass"}));
 }
 
 TEST_F(LiarKeypadStation, ACodeDigitOneIsTypedWithTheKeyLabelledZero) {
     level.code[0] = 1;
     EXPECT_EQ(pressKey(9), LevelResult::Running);
     EXPECT_EQ(level.progress, 1);
+    EXPECT_EQ(sounds, Sounds{"click"});
 }
 
 TEST_F(LiarKeypadStation, TheKeyShowingTheDigitAlwaysFails) {
@@ -224,7 +298,9 @@ TEST_F(LiarKeypadStation, TheKeyShowingTheDigitAlwaysFails) {
         press.mouseX = pad.keys[honest].x + 10;
         press.mouseY = pad.keys[honest].y + 10;
         press.mouseDown = press.mousePressed = true;
+        const std::size_t before = sounds.size();
         EXPECT_EQ(pad.update(1.0 / 60, press, silent), LevelResult::Failed) << digit;
+        EXPECT_EQ(test::soundsFrom(sounds, before), Sounds{"fail"}) << digit;
     }
 }
 
@@ -235,6 +311,7 @@ TEST_F(LiarKeypadStation, AWrongKeyLaterInTheCodeStillFails) {
     EXPECT_EQ(pressKey(3), LevelResult::Running);  // labelled 4, types 5
     EXPECT_EQ(pressKey(3), LevelResult::Running);
     EXPECT_EQ(pressKey(3), LevelResult::Failed);
+    EXPECT_EQ(sounds, (Sounds{"click", "click", "fail"}));
 }
 
 TEST_F(LiarKeypadStation, ClicksOffTheKeysAreIgnored) {
@@ -242,6 +319,7 @@ TEST_F(LiarKeypadStation, ClicksOffTheKeysAreIgnored) {
     EXPECT_EQ(pressAt(k.x - 1, k.y + 5), LevelResult::Running);
     EXPECT_EQ(pressAt(683, 250), LevelResult::Running);
     EXPECT_EQ(level.progress, 0);
+    EXPECT_EQ(sounds, Sounds{});
 }
 
 TEST_F(LiarKeypadStation, DrawsTheTrueCodeLyingLabelsAndProgressDots) {
@@ -278,6 +356,53 @@ TEST_F(LiarKeypadStation, DrawsTheTrueCodeLyingLabelsAndProgressDots) {
                                      "THE KEYS LIE \xE2\x80\x94 EACH TYPES ONE MORE THAN IT SHOWS",
                                      683, 604, TextSize::Small, kInstruction, true, false),
               0);
+}
+
+// Every key's face, exactly: key k of the block at (543 + 98 (k mod 3),
+// 280 + 78 (k div 3)) shows k + 1, the lone key at (641, 514) shows 0, each
+// digit large and near-black, centred on its key (x + 42, y + 32).
+TEST_F(LiarKeypadStation, EveryKeyShowsOneLessThanItTypes) {
+    test::BlackCanvas canvas;
+    level.render(canvas.graphics);
+    const char* const shown[10] = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "0"};
+    for (int k = 0; k < 10; ++k) {
+        const int x = k < 9 ? 543 + 98 * (k % 3) : 641;
+        const int y = k < 9 ? 280 + 78 * (k / 3) : 514;
+        EXPECT_EQ(test::pixelsUnlikeText(canvas, Rect{x + 6, y, 72, 64}, rgb(119, 92, 31), shown[k],
+                                         x + 42, y + 32, TextSize::Large, rgb(20, 20, 20), true,
+                                         true),
+                  0)
+            << "key " << k;
+    }
+}
+
+// The whole safe against a picture painted by hand, for the code 9 4 1 with
+// two digits in: the header centred on (683, 230); the keys with corners of
+// radius 6 and their digits; the dots of radius 6 at x 663, 683 and 703 on
+// y 264, green for the digits in; the line of orders centred on 683 at 604.
+TEST_F(LiarKeypadStation, TheSafeMatchesAPicturePaintedByHand) {
+    level.code[0] = 9;
+    level.code[1] = 4;
+    level.code[2] = 1;
+    level.progress = 2;
+    test::BlackCanvas drawn;
+    level.render(drawn.graphics);
+    test::BlackCanvas want;
+    Graphics& g = want.graphics;
+    g.text("ENTER CODE:  9 4 1", 683, 230, TextSize::Large, rgb(255, 216, 107), true, true);
+    const char* const shown[10] = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "0"};
+    for (int k = 0; k < 10; ++k) {
+        const int x = k < 9 ? 543 + 98 * (k % 3) : 641;
+        const int y = k < 9 ? 280 + 78 * (k / 3) : 514;
+        g.roundRect(Rect{x, y, 84, 64}, 6, rgb(119, 92, 31), true);
+        g.text(shown[k], x + 42, y + 32, TextSize::Large, rgb(20, 20, 20), true, true);
+    }
+    g.circle(663, 264, 6, rgb(70, 224, 138), true);
+    g.circle(683, 264, 6, rgb(70, 224, 138), true);
+    g.circle(703, 264, 6, rgb(28, 28, 28), true);
+    g.text("THE KEYS LIE \xE2\x80\x94 EACH TYPES ONE MORE THAN IT SHOWS", 683, 604, TextSize::Small,
+           rgb(178, 119, 32), true, false);
+    EXPECT_TRUE(test::sameRegion(drawn, want, Rect{263, 190, 840, 450}));
 }
 
 TEST(CodeFamily, TheFactoryMakesBothPadsFromTheirTypeStrings) {

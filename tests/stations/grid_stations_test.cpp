@@ -7,18 +7,21 @@
 #include "data/level_catalogue.h"
 #include "stations/grid_stations.h"
 #include "stations/level_factory.h"
+#include "support/board_scenes.h"
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
-#include "support/station_sounds.h"
 #include "support/station_desk.h"
+#include "support/station_sounds.h"
+#include "support/text_probe.h"
 
 #include <SDL_mixer.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
 namespace vorn {
@@ -42,40 +45,28 @@ struct Drawn {
         level.render(canvas.graphics);
     }
     Color at(int x, int y) const { return canvas.pixel(x, y); }
-    bool shows(const Rect& box, Color c) const { return test::anyPixelNear(canvas, box, c, 0); }
 };
 
-// Small words exactly as and where they belong: drawn alone at (x, y), they
-// give the very pixels of colour c that the station drew inside `box`, no
-// more and no fewer.
+// Small words exactly as and where they belong: `region`, which holds
+// nothing else on the black canvas, shows the very pixels of the words
+// drawn alone at (x, y) in colour c, anti-aliased edges included.
 void expectWords(const Drawn& d, const char* words, int x, int y, Color c, bool centred,
-                 const Rect& box) {
-    test::SoftwareCanvas alone;
-    alone.useGameFonts();
-    alone.graphics.clear(palette::black);
-    alone.graphics.text(words, x, y, TextSize::Small, c, centred, false);
-    int expected = 0;
-    int mismatched = 0;
-    for (int py = box.y; py < box.y + box.h; ++py) {
-        for (int px = box.x; px < box.x + box.w; ++px) {
-            const bool want = alone.pixel(px, py) == c;
-            const bool got = d.at(px, py) == c;
-            expected += want ? 1 : 0;
-            mismatched += want != got ? 1 : 0;
-        }
-    }
-    EXPECT_GT(expected, 10) << words;
-    EXPECT_EQ(mismatched, 0) << words;
+                 const Rect& region) {
+    EXPECT_EQ(test::pixelsUnlikeText(d.canvas, region, palette::black, words, x, y, TextSize::Small,
+                                     c, centred, false),
+              0)
+        << words;
 }
 
-// The station's own line of orders, exactly as and where it belongs: the
-// words drawn alone, centred on x 683 and `fromBottom` pixels above the play
-// area's foot, give the very pixels of that colour the station drew, no
-// more and no fewer.
-void expectInstruction(const Drawn& d, const char* words, int fromBottom) {
+// The station's own line of orders, exactly as and where it belongs: small
+// and amber, centred on x 683, `fromBottom` pixels above the play area's
+// foot (y 620). The region starts at `top`, below anything else drawn.
+void expectInstruction(const Drawn& d, const char* words, int fromBottom, int top = 575) {
     expectWords(d, words, kCx, 620 - fromBottom, kInstructionColour, true,
-                Rect{263, 540, 840, 120});
+                Rect{263, top, 840, 660 - top});
 }
+
+using Sounds = std::vector<std::string>;
 
 TEST(GridFamily, EachTypeStringMakesItsStation) {
     EXPECT_NE(dynamic_cast<LightsOutLevel*>(createLevel("lightsout").get()), nullptr);
@@ -95,6 +86,11 @@ TEST(GridFamily, TimePassingAloneNeverEndsAStation) {
         ASSERT_EQ(pipes.step(0.05), LevelResult::Running);
         ASSERT_EQ(wires.step(0.05), LevelResult::Running);
     }
+    // And not a sound from any of them.
+    EXPECT_EQ(lights.sounds, Sounds{});
+    EXPECT_EQ(maze.sounds, Sounds{});
+    EXPECT_EQ(pipes.sounds, Sounds{});
+    EXPECT_EQ(wires.sounds, Sounds{});
 }
 
 // ------------------------------------------------------------- LightsOut
@@ -191,11 +187,14 @@ TEST(LightsOut, AScrambleThatCancelsLeavesEveryCellLitButUnsolved) {
     const Rect& c0 = desk.level.cells[0];
     EXPECT_EQ(desk.click(c0.x + 113, c0.y + 50), LevelResult::Running);   // between two cells
     EXPECT_EQ(darkCount(desk.level), 0);
+    EXPECT_EQ(desk.sounds, Sounds{});
     // The first real click darkens three cells; the same click undoes it and
     // only then, with a click made and all lit, is the panel done.
     EXPECT_EQ(desk.clickCentre(c0), LevelResult::Running);
     EXPECT_EQ(darkCount(desk.level), 3);
+    EXPECT_EQ(desk.sounds, Sounds{"click"});
     EXPECT_EQ(desk.press(c0.x + 5, c0.y + 5), LevelResult::Solved);
+    EXPECT_EQ(desk.soundsSince(1), (Sounds{"click", "pass"}));
 }
 
 TEST(LightsOut, ACornerTogglesThreeAnEdgeFourTheCentreFive) {
@@ -233,7 +232,32 @@ TEST(LightsOut, TheClickThatLightsTheLastCellSolves) {
     desk.level.press(1, 1);   // the centre's cross goes dark
     EXPECT_EQ(desk.clickCentre(desk.level.cells[0]), LevelResult::Running);
     desk.level.press(0, 0);   // undo the player's corner by hand
+    const std::size_t before = desk.sounds.size();
     EXPECT_EQ(desk.clickCentre(desk.level.cells[4]), LevelResult::Solved);
+    EXPECT_EQ(desk.soundsSince(before), (Sounds{"click", "pass"}));
+}
+
+TEST(LightsOut, APressOnACellClicksOnceAndAnythingElseIsSilent) {
+    Desk<LightsOutLevel> desk;
+    // Two corners dark-crossed: no single press can finish this panel.
+    std::fill(std::begin(desk.level.lit), std::end(desk.level.lit), true);
+    desk.level.press(0, 0);
+    desk.level.press(2, 2);
+    const Rect& c = desk.level.cells[4];
+    // Held over a cell, moved, let go, clicked in the gaps: not a sound.
+    desk.pointAt(centreX(c), centreY(c));
+    desk.in.mouseDown = true;
+    EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+    EXPECT_EQ(desk.release(centreX(c), centreY(c)), LevelResult::Running);
+    EXPECT_EQ(desk.click(c.x - 8, c.y + 50), LevelResult::Running);
+    EXPECT_EQ(desk.click(c.x + 50, c.y + 110), LevelResult::Running);
+    EXPECT_EQ(desk.click(kCx, 200), LevelResult::Running);
+    EXPECT_EQ(desk.sounds, Sounds{});
+    // One press on a cell: one click, and the release after it adds nothing.
+    EXPECT_EQ(desk.clickCentre(c), LevelResult::Running);
+    EXPECT_EQ(desk.sounds, Sounds{"click"});
+    EXPECT_EQ(desk.clickCentre(desk.level.cells[1]), LevelResult::Running);
+    EXPECT_EQ(desk.sounds, (Sounds{"click", "click"}));
 }
 
 TEST(LightsOut, OnlyAPressEdgeCountsAndCellEdgesAreHalfOpen) {
@@ -270,7 +294,31 @@ TEST(LightsOut, LitAndDarkCellsAndTheInstruction) {
     EXPECT_EQ(d.at(dark.x + 55, dark.y + 55), rgb(24, 30, 22));
     EXPECT_EQ(d.at(lit.x + 113, lit.y + 55), palette::black);      // the gap
     EXPECT_EQ(d.at(lit.x, lit.y), palette::black);                 // rounded corner
-    expectInstruction(d, "TURN EVERY CELL ON \xE2\x80\x94 CLICKS AFFECT NEIGHBOURS", 16);
+    // The bottom row of cells reaches y 606 and the line starts at 604:
+    // the words are compared below the cells.
+    expectInstruction(d, "TURN EVERY CELL ON \xE2\x80\x94 CLICKS AFFECT NEIGHBOURS", 16, 607);
+}
+
+// The whole panel against a picture painted by hand: cell (r, c) is the
+// 110-pixel square at (502 + 126 c, 244 + 126 r) (683 - 181 = 502), drawn as
+// a rim with corners of radius 8 and then a face inset by 8 (94 square);
+// the line of orders goes last, centred on 683 at y 604.
+TEST(LightsOut, ThePanelMatchesAPicturePaintedCellByCell) {
+    Desk<LightsOutLevel> desk;
+    const bool on[9] = {true, false, true, false, false, true, true, true, false};
+    std::copy(std::begin(on), std::end(on), std::begin(desk.level.lit));
+    Drawn d(desk.level);
+    test::BlackCanvas want;
+    Graphics& g = want.graphics;
+    for (int i = 0; i < 9; ++i) {
+        const int x = 502 + 126 * (i % 3);
+        const int y = 244 + 126 * (i / 3);
+        g.roundRect(Rect{x, y, 110, 110}, 8, on[i] ? rgb(59, 190, 117) : rgb(30, 30, 30), true);
+        g.rect(Rect{x + 8, y + 8, 94, 94}, on[i] ? rgb(70, 224, 138) : rgb(24, 30, 22), true);
+    }
+    g.text("TURN EVERY CELL ON \xE2\x80\x94 CLICKS AFFECT NEIGHBOURS", 683, 604, TextSize::Small,
+           rgb(178, 119, 32), true, false);
+    EXPECT_TRUE(test::sameRegion(d.canvas, want, Rect{263, 190, 840, 450}));
 }
 
 // ------------------------------------------------------------------ Maze
@@ -397,7 +445,14 @@ struct MazeWalk : ::testing::Test {
     Desk<MazeLevel> desk{11};
     MazeLevel& m = desk.level;
 
-    LevelResult clickTile(int row, int column) { return desk.clickCentre(m.cellRect(row, column)); }
+    Sounds heard;   // what the last clickTile asked for
+
+    LevelResult clickTile(int row, int column) {
+        const std::size_t before = desk.sounds.size();
+        const LevelResult r = desk.clickCentre(m.cellRect(row, column));
+        heard = desk.soundsSince(before);
+        return r;
+    }
 };
 
 TEST_F(MazeWalk, ClickingTheOwnTileOrATileTwoAwayDoesNothingEvenOnAWall) {
@@ -414,6 +469,8 @@ TEST_F(MazeWalk, ClickingTheOwnTileOrATileTwoAwayDoesNothingEvenOnAWall) {
     EXPECT_GT(far, 10);   // plenty of those were walls
     EXPECT_EQ(m.playerRow, m.startRow);
     EXPECT_EQ(m.playerColumn, 0);
+    // Ignored means ignored: no click, and above all no buzz.
+    EXPECT_EQ(desk.sounds, Sounds{});
 }
 
 TEST_F(MazeWalk, ANeighbouringWallFires) {
@@ -421,6 +478,7 @@ TEST_F(MazeWalk, ANeighbouringWallFires) {
     const int wallRow = r > 0 && m.wall[r - 1][0] ? r - 1 : r + 1;
     ASSERT_TRUE(wallRow >= 0 && wallRow < 5 && m.wall[wallRow][0]);
     EXPECT_EQ(clickTile(wallRow, 0), LevelResult::Failed);
+    EXPECT_EQ(desk.sounds, Sounds{"fail"});
 }
 
 TEST_F(MazeWalk, WalkingTheDarkTilesToTheLastColumnSolvesAndBackIsAllowed) {
@@ -433,13 +491,16 @@ TEST_F(MazeWalk, WalkingTheDarkTilesToTheLastColumnSolvesAndBackIsAllowed) {
             // One step back onto the tile just left, and forward again.
             ASSERT_EQ(clickTile(row, 0), LevelResult::Running);
             EXPECT_EQ(m.playerColumn, 0);
+            EXPECT_EQ(heard, Sounds{"click"});
             ASSERT_EQ(clickTile(row, 1), LevelResult::Running);
+            EXPECT_EQ(heard, Sounds{"click"});
             steppedBack = true;
         }
         while (c < 6 && m.wall[row][c + 1]) {
             const int next = row + 1 < 5 && !m.wall[row + 1][c] ? row + 1 : row - 1;
             ASSERT_FALSE(m.wall[next][c]);
             ASSERT_EQ(clickTile(next, c), LevelResult::Running);
+            EXPECT_EQ(heard, Sounds{"click"});
             row = next;
         }
         if (c == 6) {
@@ -448,8 +509,10 @@ TEST_F(MazeWalk, WalkingTheDarkTilesToTheLastColumnSolvesAndBackIsAllowed) {
         const LevelResult r = clickTile(row, c + 1);
         if (c + 1 == 6) {
             EXPECT_EQ(r, LevelResult::Solved);
+            EXPECT_EQ(heard, (Sounds{"click", "pass"}));
         } else {
             ASSERT_EQ(r, LevelResult::Running);
+            EXPECT_EQ(heard, Sounds{"click"});
             EXPECT_EQ(m.playerColumn, c + 1);
             EXPECT_EQ(m.playerRow, row);
         }
@@ -468,7 +531,9 @@ TEST_F(MazeWalk, ATileTakesClicksOnlyTwoPixelsInFromItsEdges) {
     EXPECT_EQ(desk.click(exit.x + 35, exit.y + 68), LevelResult::Running);
     EXPECT_EQ(desk.click(exit.x + 68, exit.y + 35), LevelResult::Running);
     EXPECT_EQ(m.playerColumn, 5);
+    EXPECT_EQ(desk.sounds, Sounds{});
     EXPECT_EQ(desk.click(exit.x + 2, exit.y + 67), LevelResult::Solved);
+    EXPECT_EQ(desk.sounds, (Sounds{"click", "pass"}));
 }
 
 TEST_F(MazeWalk, WallsBrightPathDarkExitGreenPlayerRed) {
@@ -496,9 +561,55 @@ TEST_F(MazeWalk, WallsBrightPathDarkExitGreenPlayerRed) {
     EXPECT_EQ(d.at(exit.x + 35, exit.y + 35), rgb(35, 112, 69));
     // The player: a disc of radius 22 centred on the start tile's face.
     EXPECT_EQ(d.at(start.x + 35, start.y + 35), rgb(255, 58, 42));
-    EXPECT_EQ(d.at(start.x + 35 + 20, start.y + 35), rgb(255, 58, 42));
-    EXPECT_NE(d.at(start.x + 35 + 24, start.y + 35), rgb(255, 58, 42));
+    // Radius 22: the middle row reaches 22 to either side; the top and bottom
+    // rows shrink to a point there, so upward the red stops within 22.
+    EXPECT_EQ(d.at(start.x + 35 + 22, start.y + 35), rgb(255, 58, 42));
+    EXPECT_EQ(d.at(start.x + 35 - 22, start.y + 35), rgb(255, 58, 42));
+    EXPECT_NE(d.at(start.x + 35 + 23, start.y + 35), rgb(255, 58, 42));
+    EXPECT_NE(d.at(start.x + 35 - 23, start.y + 35), rgb(255, 58, 42));
+    EXPECT_EQ(d.at(start.x + 35, start.y + 35 - 21), rgb(255, 58, 42));
+    EXPECT_NE(d.at(start.x + 35, start.y + 35 - 23), rgb(255, 58, 42));
     expectInstruction(d, "FOLLOW THE DARK PATH", 18);
+}
+
+// Paints the fire-exit floor plan by hand: tile (r, c) at (438 + 70 c,
+// 220 + 70 r), a face (x + 2, y + 2, 66, 66) with corners of radius 4 and an
+// outline (x + 5, y + 5, 60, 60); then the exit's face again in green, the
+// player's disc of radius 22 on the face's centre (x + 35, y + 35), and the
+// line of orders centred on 683 at y 602.
+void paintMaze(Graphics& g, const MazeDeal& deal, int playerRow, int playerColumn) {
+    for (int r = 0; r < 5; ++r) {
+        for (int c = 0; c < 7; ++c) {
+            const int x = 438 + 70 * c;
+            const int y = 220 + 70 * r;
+            const bool wall = !deal.open[r][c];
+            g.roundRect(Rect{x + 2, y + 2, 66, 66}, 4, wall ? rgb(229, 194, 96) : rgb(28, 28, 28),
+                        true);
+            g.rect(Rect{x + 5, y + 5, 60, 60}, wall ? rgb(255, 170, 46) : rgb(24, 30, 22), false);
+        }
+    }
+    g.roundRect(Rect{438 + 420 + 2, 220 + 70 * deal.exitRow + 2, 66, 66}, 4, rgb(35, 112, 69),
+                true);
+    g.circle(438 + 70 * playerColumn + 35, 220 + 70 * playerRow + 35, 22, rgb(255, 58, 42), true);
+    g.text("FOLLOW THE DARK PATH", 683, 602, TextSize::Small, rgb(178, 119, 32), true, false);
+}
+
+TEST_F(MazeWalk, TheFloorPlanMatchesAPicturePaintedTileByTile) {
+    const MazeDeal deal = mazeByHand(11);
+    Drawn d(m);
+    test::BlackCanvas want;
+    paintMaze(want.graphics, deal, deal.startRow, 0);
+    EXPECT_TRUE(test::sameRegion(d.canvas, want, Rect{263, 190, 840, 450}));
+}
+
+TEST_F(MazeWalk, ThePlayersDiscIsDrawnOnThePlayersTile) {
+    const MazeDeal deal = mazeByHand(11);
+    m.playerRow = 2;
+    m.playerColumn = 3;
+    Drawn d(m);
+    test::BlackCanvas want;
+    paintMaze(want.graphics, deal, 2, 3);
+    EXPECT_TRUE(test::sameRegion(d.canvas, want, Rect{263, 190, 840, 450}));
 }
 
 // ----------------------------------------------------------------- Pipes
@@ -539,21 +650,31 @@ TEST(Pipes, AClickTurnsASegmentAQuarterWrappingAfterThree) {
     desk.level.rotation[1][0] = 2;
     EXPECT_EQ(desk.clickCentre(c), LevelResult::Running);
     EXPECT_EQ(desk.level.rotation[1][0], 3);
+    EXPECT_EQ(desk.sounds, Sounds{"click"});
     EXPECT_EQ(desk.clickCentre(c), LevelResult::Running);
     EXPECT_EQ(desk.level.rotation[1][0], 0);
-    // Two pixels in from the edge is the first pixel that counts.
+    EXPECT_EQ(desk.sounds, (Sounds{"click", "click"}));
+    // Two pixels in from the edge is the first pixel that counts; the seam
+    // is silent.
     EXPECT_EQ(desk.click(c.x + 1, c.y + 50), LevelResult::Running);
     EXPECT_EQ(desk.click(c.x + 111, c.y + 50), LevelResult::Running);
+    EXPECT_EQ(desk.click(c.x + 50, c.y + 1), LevelResult::Running);
+    EXPECT_EQ(desk.click(c.x + 50, c.y + 111), LevelResult::Running);
     EXPECT_EQ(desk.level.rotation[1][0], 0);
+    EXPECT_EQ(desk.sounds.size(), 2u);
     EXPECT_EQ(desk.click(c.x + 2, c.y + 110), LevelResult::Running);
     EXPECT_EQ(desk.level.rotation[1][0], 1);
+    EXPECT_EQ(desk.soundsSince(2), Sounds{"click"});
 }
 
 TEST(Pipes, TheLockedCentreNeverTurnsAndNeverFires) {
     Desk<PipesLevel> desk;
     const Rect c = desk.level.cellRect(1, 2);
     for (int i = 0; i < 10; ++i) {
+        const std::size_t before = desk.sounds.size();
         ASSERT_EQ(desk.clickCentre(c), LevelResult::Running);
+        // A buzz, never a click.
+        EXPECT_EQ(desk.soundsSince(before), Sounds{"fail"});
     }
     EXPECT_EQ(desk.level.rotation[1][2], 1);
 }
@@ -595,6 +716,7 @@ TEST(Pipes, TheTopRowSolvesToo) {
     EXPECT_FALSE(p.solved());
     EXPECT_EQ(desk.clickCentre(p.cellRect(0, 4)), LevelResult::Solved);
     EXPECT_EQ(p.rotation[0][4], 0);
+    EXPECT_EQ(desk.sounds, (Sounds{"click", "pass"}));
 }
 
 TEST(Pipes, ARowAlreadyLevelSolvesOnTheFirstTurnAnywhereElse) {
@@ -637,10 +759,10 @@ TEST(Pipes, TilesSegmentsAndTheInOutLabels) {
         EXPECT_EQ(d.at(upright.x + h + 8, upright.y + 50), rgb(89, 69, 23));
         EXPECT_EQ(d.at(centre.x + h, centre.y + 20), rgb(255, 170, 46));
         // IN and OUT mark the middle row from outside the board.
-        expectWords(d, "IN", p.originX - 26, p.originY + 113, rgb(70, 224, 138), false,
-                    Rect{p.originX - 60, p.originY + 90, 58, 60});
-        expectWords(d, "OUT", p.originX + 565 + 4, p.originY + 113, rgb(70, 224, 138), false,
-                    Rect{p.originX + 565 + 2, p.originY + 90, 70, 60});
+        // The board spans x 400 to 965 and the middle row starts at y 333:
+        // IN at (400 - 26, 333), OUT at (400 + 565 + 4, 333).
+        expectWords(d, "IN", 374, 333, rgb(70, 224, 138), false, Rect{300, 300, 100, 80});
+        expectWords(d, "OUT", 969, 333, rgb(70, 224, 138), false, Rect{966, 300, 137, 80});
         expectInstruction(d, "ONE SEGMENT IS LOCKED - ROUTE AROUND IT", 16);
     }
     // Solved, every segment turns green.
@@ -650,6 +772,52 @@ TEST(Pipes, TilesSegmentsAndTheInOutLabels) {
     Drawn d(p);
     EXPECT_EQ(d.at(level.x + 6, level.y + h), rgb(70, 224, 138));
     EXPECT_EQ(d.at(centre.x + h, centre.y + 20), rgb(70, 224, 138));
+}
+
+// Paints the plumbing by hand: the board's tiles of 113 from (400, 220),
+// each a face (x + 2, y + 2, 109, 109) with corners of radius 4, brick red
+// for the locked centre; then its segment, level (x + 6, y + 52, 101, 8) or
+// upright (x + 52, y + 6, 8, 101); IN at (374, 333), OUT at (969, 333); the
+// line of orders centred on 683 at y 604.
+void paintPipes(Graphics& g, const int (&rotation)[3][5], Color segment) {
+    for (int r = 0; r < 3; ++r) {
+        for (int c = 0; c < 5; ++c) {
+            const int x = 400 + 113 * c;
+            const int y = 220 + 113 * r;
+            const bool locked = r == 1 && c == 2;
+            g.roundRect(Rect{x + 2, y + 2, 109, 109}, 4,
+                        locked ? rgb(102, 23, 16) : rgb(89, 69, 23), true);
+            if (rotation[r][c] % 2 == 0) {
+                g.rect(Rect{x + 6, y + 52, 101, 8}, segment, true);
+            } else {
+                g.rect(Rect{x + 52, y + 6, 8, 101}, segment, true);
+            }
+        }
+    }
+    g.text("IN", 374, 333, TextSize::Small, rgb(70, 224, 138), false, false);
+    g.text("OUT", 969, 333, TextSize::Small, rgb(70, 224, 138), false, false);
+    g.text("ONE SEGMENT IS LOCKED - ROUTE AROUND IT", 683, 604, TextSize::Small,
+           rgb(178, 119, 32), true, false);
+}
+
+TEST(Pipes, TheBoardMatchesAPicturePaintedCellByCell) {
+    Desk<PipesLevel> desk;
+    PipesLevel& p = desk.level;
+    int rotation[3][5] = {{0, 1, 2, 3, 0}, {3, 2, 1, 0, 1}, {1, 1, 2, 0, 3}};
+    std::copy(&rotation[0][0], &rotation[0][0] + 15, &p.rotation[0][0]);
+    {
+        Drawn d(p);
+        test::BlackCanvas want;
+        paintPipes(want.graphics, rotation, rgb(255, 170, 46));
+        EXPECT_TRUE(test::sameRegion(d.canvas, want, Rect{263, 190, 840, 450}));
+    }
+    // Row 0 turned level: the same board, every segment green.
+    rotation[0][1] = p.rotation[0][1] = 2;
+    rotation[0][3] = p.rotation[0][3] = 0;
+    Drawn d(p);
+    test::BlackCanvas want;
+    paintPipes(want.graphics, rotation, rgb(70, 224, 138));
+    EXPECT_TRUE(test::sameRegion(d.canvas, want, Rect{263, 190, 840, 450}));
 }
 
 // ----------------------------------------------------------------- Wires
@@ -665,6 +833,8 @@ TEST(Wires, FourPlugsEachSideSixtyFourApart) {
         EXPECT_EQ(r.x, 263 + 840 - 108);
         EXPECT_EQ(r.y, 190 + 42 + 64 * i);
         EXPECT_EQ(l.w, 36);
+        EXPECT_EQ(l.h, 36);
+        EXPECT_EQ(r.w, 36);
         EXPECT_EQ(r.h, 36);
         EXPECT_EQ(desk.level.leftColour[i], i);
         EXPECT_FALSE(desk.level.connected[i]);
@@ -691,11 +861,38 @@ TEST(Wires, TheRightColoursAreTheFirstFourShuffledByTheRunsRule) {
     EXPECT_TRUE(sawMoved);
 }
 
+// The wire palette as it must read, by colour index.
+struct Shade {
+    Color colour;
+    const char* label;
+};
+constexpr Shade kShades[8] = {
+    {rgb(255, 58, 42), "RED"},   {rgb(70, 224, 138), "GRN"},  {rgb(255, 170, 46), "AMB"},
+    {rgb(120, 160, 255), "BLU"}, {rgb(220, 120, 220), "PUR"}, {rgb(120, 220, 200), "CYN"},
+    {rgb(240, 240, 240), "WHT"}, {rgb(180, 120, 60), "BRN"},
+};
+
+TEST(Wires, ThePaletteHoldsItsEightColoursAndWords) {
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_EQ(WiresLevel::kPalette[i].colour, kShades[i].colour) << i;
+        EXPECT_STREQ(WiresLevel::kPalette[i].label, kShades[i].label) << i;
+    }
+}
+
 struct WireDrag : ::testing::Test {
     Desk<WiresLevel> desk;
     WiresLevel& w = desk.level;
+    Sounds heard;   // what the last drag asked for, press to release
 
     LevelResult drag(int from, const Rect& to) {
+        const std::size_t before = desk.sounds.size();
+        const LevelResult r = dragFrom(from, to);
+        heard = desk.soundsSince(before);
+        return r;
+    }
+
+private:
+    LevelResult dragFrom(int from, const Rect& to) {
         const Rect& l = w.leftPlugs[from];
         const LevelResult r = desk.press(centreX(l), centreY(l));
         if (r != LevelResult::Running) {
@@ -712,12 +909,41 @@ TEST_F(WireDrag, AllFourByPositionSolves) {
         ASSERT_EQ(drag(i, w.rightPlugs[i]), LevelResult::Running);
         EXPECT_TRUE(w.connected[i]);
         EXPECT_EQ(w.dragging, -1);
+        EXPECT_EQ(heard, Sounds{"click"}) << "wire " << i;
     }
     EXPECT_EQ(drag(3, w.rightPlugs[3]), LevelResult::Solved);
+    EXPECT_EQ(heard, (Sounds{"click", "pass"}));
 }
 
 TEST_F(WireDrag, AWrongSocketFires) {
     EXPECT_EQ(drag(1, w.rightPlugs[2]), LevelResult::Failed);
+    EXPECT_EQ(heard, Sounds{"fail"});
+}
+
+TEST_F(WireDrag, PickingUpAWireIsSilent) {
+    const Rect& l = w.leftPlugs[2];
+    EXPECT_EQ(desk.press(centreX(l), centreY(l)), LevelResult::Running);
+    EXPECT_EQ(w.dragging, 2);
+    desk.pointAt(kCx, 300);
+    EXPECT_EQ(desk.step(0.016), LevelResult::Running);
+    EXPECT_EQ(desk.sounds, Sounds{});
+}
+
+TEST_F(WireDrag, APlugTakesPressesOnlyInsideItsThirtySixPixels) {
+    const Rect& l = w.leftPlugs[1];   // (335, 296, 36, 36)
+    ASSERT_EQ(l.x, 335);
+    ASSERT_EQ(l.y, 296);
+    const int outside[4][2] = {{334, 310}, {371, 310}, {350, 295}, {350, 332}};
+    for (const auto& at : outside) {
+        desk.press(at[0], at[1]);
+        EXPECT_EQ(w.dragging, -1) << at[0] << "," << at[1];
+        desk.release(at[0], at[1]);
+    }
+    desk.press(370, 331);
+    EXPECT_EQ(w.dragging, 1);
+    desk.release(kCx, 300);
+    desk.press(335, 296);
+    EXPECT_EQ(w.dragging, 1);
 }
 
 TEST_F(WireDrag, ReleasingOverEmptySpaceOrALeftPlugCancelsWithoutPenalty) {
@@ -728,14 +954,18 @@ TEST_F(WireDrag, ReleasingOverEmptySpaceOrALeftPlugCancelsWithoutPenalty) {
     EXPECT_EQ(w.dragging, -1);
     EXPECT_FALSE(w.connected[0]);
     EXPECT_FALSE(w.connected[2]);
+    // Without penalty means without a sound, too.
+    EXPECT_EQ(desk.sounds, Sounds{});
     // Just past a socket's right edge is empty space as well.
     const Rect& r0 = w.rightPlugs[0];
     desk.press(centreX(w.leftPlugs[0]), centreY(w.leftPlugs[0]));
     EXPECT_EQ(desk.release(r0.x + 36, r0.y + 10), LevelResult::Running);
     EXPECT_FALSE(w.connected[0]);
+    EXPECT_EQ(desk.sounds, Sounds{});
     // The wire is still in the player's hand to try again.
     EXPECT_EQ(drag(0, w.rightPlugs[0]), LevelResult::Running);
     EXPECT_TRUE(w.connected[0]);
+    EXPECT_EQ(heard, Sounds{"click"});
 }
 
 TEST_F(WireDrag, AConnectedPlugStartsNoDrag) {
@@ -747,6 +977,7 @@ TEST_F(WireDrag, AConnectedPlugStartsNoDrag) {
     EXPECT_EQ(desk.release(centreX(w.rightPlugs[1]), centreY(w.rightPlugs[1])),
               LevelResult::Running);
     EXPECT_FALSE(w.connected[1]);
+    EXPECT_EQ(desk.soundsSince(1), Sounds{});
 }
 
 TEST_F(WireDrag, ReleasingWithoutADragDoesNothing) {
@@ -754,6 +985,7 @@ TEST_F(WireDrag, ReleasingWithoutADragDoesNothing) {
     desk.press(kCx, 300);
     EXPECT_EQ(w.dragging, -1);
     EXPECT_EQ(desk.release(centreX(r), centreY(r)), LevelResult::Running);
+    EXPECT_EQ(desk.sounds, Sounds{});
 }
 
 TEST_F(WireDrag, APressAndReleaseInOneFrameIsADropOnTheSpot) {
@@ -764,6 +996,7 @@ TEST_F(WireDrag, APressAndReleaseInOneFrameIsADropOnTheSpot) {
     EXPECT_EQ(desk.step(0.016), LevelResult::Running);
     EXPECT_EQ(w.dragging, -1);
     EXPECT_FALSE(w.connected[1]);
+    EXPECT_EQ(desk.sounds, Sounds{});
 }
 
 TEST(Wires, WireZeroGoesToSocketZeroWhateverItsColourAndLabelSay) {
@@ -790,13 +1023,14 @@ TEST(Wires, WireZeroGoesToSocketZeroWhateverItsColourAndLabelSay) {
     desk.press(centreX(l), centreY(l));
     EXPECT_EQ(desk.release(centreX(r), centreY(r)), LevelResult::Running);
     EXPECT_TRUE(w.connected[0]);
+    EXPECT_EQ(desk.sounds, Sounds{"click"});
     // And the drawing really shows that socket in another colour.
     Drawn d(w);
-    EXPECT_EQ(d.at(centreX(r), centreY(r)), WiresLevel::kPalette[shown].colour);
+    EXPECT_EQ(d.at(centreX(r), centreY(r)), kShades[shown].colour);
     EXPECT_NE(d.at(centreX(r), centreY(r)), rgb(255, 58, 42));
 }
 
-TEST(Wires, PlugColoursNextColourLabelsAndGreenWires) {
+TEST(Wires, PlugColoursAndGreenWires) {
     Desk<WiresLevel> desk(7);
     WiresLevel& w = desk.level;
     w.rightColour[0] = 2;
@@ -808,10 +1042,8 @@ TEST(Wires, PlugColoursNextColourLabelsAndGreenWires) {
     for (int i = 0; i < 4; ++i) {
         const Rect& l = w.leftPlugs[i];
         const Rect& r = w.rightPlugs[i];
-        EXPECT_EQ(d.at(centreX(l), centreY(l)), WiresLevel::kPalette[i].colour);
-        EXPECT_EQ(d.at(centreX(r), centreY(r)), WiresLevel::kPalette[w.rightColour[i]].colour);
-        EXPECT_TRUE(d.shows(Rect{l.x - 44, l.y + 8, 40, 20}, rgb(242, 232, 207)));
-        EXPECT_TRUE(d.shows(Rect{r.x + 40, r.y + 8, 40, 20}, rgb(242, 232, 207)));
+        EXPECT_EQ(d.at(centreX(l), centreY(l)), kShades[i].colour);
+        EXPECT_EQ(d.at(centreX(r), centreY(r)), kShades[w.rightColour[i]].colour);
     }
     // Wire 1 runs from the left plug's right edge to the socket's left edge.
     const Rect& l1 = w.leftPlugs[1];
@@ -827,47 +1059,58 @@ TEST(Wires, PlugColoursNextColourLabelsAndGreenWires) {
     expectInstruction(d, "MATCH BY POSITION", 20);
 }
 
-// The pixels of a 40 x 20 box of the canvas, row by row.
-std::vector<Color> boxPixels(const test::SoftwareCanvas& canvas, int x0, int y0) {
-    std::vector<Color> out;
-    for (int y = y0; y < y0 + 20; ++y) {
-        for (int x = x0; x < x0 + 40; ++x) {
-            out.push_back(canvas.pixel(x, y));
+// Paints the patch panel by hand, wire by wire: the left plug (335,
+// 232 + 64 i, 36, 36) with corners of radius 6 in its colour and its label at
+// (291, 240 + 64 i); the socket (995, 232 + 64 i, 36, 36) likewise with its
+// label at (1035, 240 + 64 i); a connected wire as a green line 4 thick
+// from (371, 250 + 64 i) to (995, 250 + 64 i); last the line of orders
+// centred on 683 at y 600. `labels` are the words each plug must show.
+void paintWires(Graphics& g, const int (&socketColour)[4], const char* const (&leftWords)[4],
+                const char* const (&rightWords)[4], const bool (&connected)[4]) {
+    for (int i = 0; i < 4; ++i) {
+        const int y = 232 + 64 * i;
+        g.roundRect(Rect{335, y, 36, 36}, 6, kShades[i].colour, true);
+        g.text(leftWords[i], 291, y + 8, TextSize::Small, rgb(242, 232, 207), false, false);
+        g.roundRect(Rect{995, y, 36, 36}, 6, kShades[socketColour[i]].colour, true);
+        g.text(rightWords[i], 1035, y + 8, TextSize::Small, rgb(242, 232, 207), false, false);
+        if (connected[i]) {
+            g.line(371, y + 18, 995, y + 18, rgb(70, 224, 138), 4);
         }
     }
-    return out;
+    g.text("MATCH BY POSITION", 683, 600, TextSize::Small, rgb(178, 119, 32), true, false);
 }
 
-// Each label names the colour after its plug's own, round the four in use:
-// the drawn label matches the next colour's word drawn on its own.
-TEST(Wires, EachLabelNamesTheNextColourRound) {
+TEST(Wires, ThePanelMatchesAPicturePaintedWireByWire) {
     Desk<WiresLevel> desk(7);
     WiresLevel& w = desk.level;
-    w.rightColour[0] = 2;
-    w.rightColour[1] = 0;
-    w.rightColour[2] = 3;
-    w.rightColour[3] = 1;
-    test::SoftwareCanvas canvas;
-    canvas.useGameFonts();
-    Graphics& g = canvas.graphics;
-    auto word = [&](int colour) {
-        g.clear(palette::black);
-        g.text(WiresLevel::kPalette[colour].label, 100, 100, TextSize::Small, rgb(242, 232, 207),
-               false, false);
-        return boxPixels(canvas, 100, 100);
-    };
-    g.clear(palette::black);
-    w.render(g);
-    std::vector<std::vector<Color>> left;
-    std::vector<std::vector<Color>> right;
+    const int sockets[4] = {2, 0, 3, 1};
+    const bool connected[4] = {false, true, false, true};
+    std::copy(std::begin(sockets), std::end(sockets), std::begin(w.rightColour));
+    std::copy(std::begin(connected), std::end(connected), std::begin(w.connected));
+    Drawn d(w);
+    test::BlackCanvas want;
+    // Each plug names the colour after its own: red says GRN, green AMB,
+    // amber BLU, blue wraps round to RED.
+    const char* const left[4] = {"GRN", "AMB", "BLU", "RED"};
+    const char* const right[4] = {"BLU", "GRN", "RED", "AMB"};
+    paintWires(want.graphics, sockets, left, right, connected);
+    EXPECT_TRUE(test::sameRegion(d.canvas, want, Rect{263, 190, 840, 450}));
+}
+
+// Each label word on its own, exactly: left labels at (291, 240 + 64 i),
+// socket labels at (1035, 240 + 64 i), small, in (242, 232, 207).
+TEST(Wires, TheLabelsReadTheNextColoursWord) {
+    Desk<WiresLevel> desk(7);
+    WiresLevel& w = desk.level;
+    const int sockets[4] = {3, 2, 0, 1};
+    std::copy(std::begin(sockets), std::end(sockets), std::begin(w.rightColour));
+    Drawn d(w);
+    const char* const left[4] = {"GRN", "AMB", "BLU", "RED"};
+    const char* const right[4] = {"RED", "BLU", "GRN", "AMB"};
     for (int i = 0; i < 4; ++i) {
-        left.push_back(boxPixels(canvas, w.leftPlugs[i].x - 44, w.leftPlugs[i].y + 8));
-        right.push_back(boxPixels(canvas, w.rightPlugs[i].x + 40, w.rightPlugs[i].y + 8));
-    }
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(left[i], word((i + 1) % 4)) << "left plug " << i;
-        EXPECT_NE(left[i], word(i)) << "left plug " << i;
-        EXPECT_EQ(right[i], word((w.rightColour[i] + 1) % 4)) << "right plug " << i;
+        const int y = 232 + 64 * i;
+        expectWords(d, left[i], 291, y + 8, rgb(242, 232, 207), false, Rect{263, y, 72, 36});
+        expectWords(d, right[i], 1035, y + 8, rgb(242, 232, 207), false, Rect{1032, y, 71, 36});
     }
 }
 
@@ -934,8 +1177,6 @@ std::vector<std::string> soundsOfClick(StationBench& bench, int x, int y, LevelR
     EXPECT_EQ(clickThrough(bench, x, y), expected);
     return soundsFrom(bench.sounds, before);
 }
-
-using Sounds = std::vector<std::string>;
 
 TEST(GridBench, TheMazeFiresWithTheFailSoundOnANeighbouringWall) {
     StationBench bench(shippedRecord("maze"), 11);
