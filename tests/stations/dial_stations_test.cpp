@@ -1,46 +1,56 @@
 // The dial, slider and balance stations: thermostat dial, combination lock,
-// sensor calibration and shipping scale.
+// sensor calibration and shipping scale; their rules and their sounds. What
+// they draw is checked in dial_station_pictures_test.cpp.
 
 #include "audio/audio_system.h"
 #include "data/level_catalogue.h"
 #include "stations/dial_stations.h"
 #include "stations/level_factory.h"
 #include "support/draws_by_hand.h"
-#include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
-#include "support/text_probe.h"
+#include "support/station_sounds.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 namespace vorn {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr Color kInk = rgb(20, 20, 20);
-constexpr Color kGreen = rgb(70, 224, 138);
-constexpr Color kRed = rgb(255, 58, 42);
-constexpr Color kRim = rgb(99, 77, 26);
-constexpr Color kBrass = rgb(199, 154, 53);
-constexpr Color kOrange = rgb(255, 170, 46);
-constexpr Color kInstruction = rgb(178, 119, 32);
-
 // A station of type T set up in the run's play area, fed hand-filled input
-// with a sound system that was never opened.
+// with a sound system that was never opened but logs every sound asked of
+// it. Every update is held to its verdict sounds (pass right before Solved,
+// never while running).
 template <typename T>
 struct Station : ::testing::Test {
     T level;
     Rng rng{2024};
+    std::vector<std::string> sounds;  // every sound request, in order
     AudioSystem silent;
     InputState in;
 
-    void SetUp() override { level.setup(LevelDef{}, rng, kPlayArea); }
+    void SetUp() override {
+        silent.requestLog = &sounds;
+        level.setup(LevelDef{}, rng, kPlayArea);
+    }
+
+    LevelResult step() {
+        const std::size_t before = sounds.size();
+        const LevelResult r = level.update(1.0 / 60, in, silent);
+        EXPECT_TRUE(test::soundsFitVerdict(r, sounds, before));
+        return r;
+    }
+    // The sounds asked for since the log held `from` requests.
+    std::vector<std::string> soundsSince(std::size_t from) const {
+        return test::soundsFrom(sounds, from);
+    }
 
     LevelResult idle() {
         in.mousePressed = in.mouseReleased = false;
-        return level.update(1.0 / 60, in, silent);
+        return step();
     }
     LevelResult moveTo(int x, int y) {
         in.mouseX = x;
@@ -53,13 +63,13 @@ struct Station : ::testing::Test {
         in.mouseDown = true;
         in.mousePressed = true;
         in.mouseReleased = false;
-        return level.update(1.0 / 60, in, silent);
+        return step();
     }
     LevelResult release() {
         in.mouseDown = false;
         in.mousePressed = false;
         in.mouseReleased = true;
-        return level.update(1.0 / 60, in, silent);
+        return step();
     }
     LevelResult click(int x, int y) {
         const LevelResult r = press(x, y);
@@ -70,13 +80,7 @@ struct Station : ::testing::Test {
     }
 };
 
-// A point `r` pixels out along a dial fraction, truncated as dials place things.
-int atX(int cx, int r, double f) {
-    return cx + static_cast<int>(std::cos(2 * kPi * f - kPi / 2) * r);
-}
-int atY(int cy, int r, double f) {
-    return cy + static_cast<int>(std::sin(2 * kPi * f - kPi / 2) * r);
-}
+using Sounds = std::vector<std::string>;
 
 // ---------------------------------------------------------------- Dial
 
@@ -176,22 +180,38 @@ TEST_F(DialStation, TheMiddleOfTheBandPasses) {
     EXPECT_EQ(moveTo(600 + 280, 405), LevelResult::Solved);
 }
 
-TEST_F(DialStation, DrawsRimWellBandNeedleAndHub) {
+TEST_F(DialStation, SeedTwentyTwentyFourCentresTheBandAtPointSevenThreeNine) {
+    // Raw draws 2525503112 then 3251949050: (3251949050 x 2^21 + 2525503112 >> 11)
+    // / 2^53 = 0.7571534, so the target is 0.55 + 0.25 x that = 0.7392883476.
+    EXPECT_NEAR(level.target, 0.73928834764449947, 1e-15);
+    EXPECT_EQ(rng, test::engineAfter(2024, 2));
+}
+
+TEST_F(DialStation, TurningIsSilentAndTheBandsEdgePassesWithOnlyThePassSound) {
+    // Target 0.73929: the accepted band starts at 0.70929, 283.7 px of drag.
+    EXPECT_EQ(press(600, 405), LevelResult::Running);
+    EXPECT_EQ(moveTo(700, 405), LevelResult::Running);
+    EXPECT_EQ(moveTo(883, 405), LevelResult::Running);  // 0.7075: not yet
+    EXPECT_EQ(sounds, Sounds{});
+    EXPECT_EQ(moveTo(884, 405), LevelResult::Solved);  // 0.71
+    EXPECT_EQ(sounds, (Sounds{"pass"}));
+}
+
+TEST_F(DialStation, AnOvershootBuzzesOnceAndTheDragGoesOnSilentlyFromZero) {
     level.target = 0.6;
-    level.value = 0.25;  // the needle points at three o'clock
-    test::SoftwareCanvas canvas;
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(683, 405 - 85), kRim);       // rim at twelve o'clock
-    EXPECT_EQ(canvas.pixel(683 - 40, 405 - 40), kInk);  // the well
-    EXPECT_EQ(canvas.pixel(atX(683, 84, 0.6), atY(405, 84, 0.6)), kGreen);
-    // The paint runs 0.05 either side of the target, past what is accepted.
-    EXPECT_EQ(canvas.pixel(atX(683, 84, 0.645), atY(405, 84, 0.645)), kGreen);
-    EXPECT_EQ(canvas.pixel(atX(683, 84, 0.555), atY(405, 84, 0.555)), kGreen);
-    EXPECT_EQ(canvas.pixel(atX(683, 84, 0.7), atY(405, 84, 0.7)), kRim);
-    EXPECT_EQ(canvas.pixel(683 + 45, 405), kRed);      // needle
-    EXPECT_EQ(canvas.pixel(683 + 45, 405 + 4), kInk);  // five pixels thick, no more
-    EXPECT_EQ(canvas.pixel(683 - 7, 405), kBrass);     // hub
+    press(600, 405);
+    moveTo(600 + 260, 405);
+    std::size_t n = sounds.size();
+    EXPECT_EQ(moveTo(600 + 273, 405), LevelResult::Running);  // 0.6825 > 0.68
+    EXPECT_EQ(soundsSince(n), (Sounds{"fail"}));
+    EXPECT_EQ(level.value, 0.0);
+    n = sounds.size();
+    EXPECT_EQ(moveTo(600 + 273 + 40, 405), LevelResult::Running);  // 0.1 from zero
+    EXPECT_NEAR(level.value, 0.1, 1e-12);
+    EXPECT_EQ(moveTo(600, 405), LevelResult::Running);  // against the stop at zero
+    release();
+    EXPECT_EQ(soundsSince(n), Sounds{});
+    EXPECT_EQ(sounds, (Sounds{"fail"}));
 }
 
 // ---------------------------------------------------------------- Combo
@@ -278,41 +298,48 @@ TEST_F(ComboStation, PassingAWrongNumberCostsNothingAndANumberCountsFromEitherSi
     EXPECT_EQ(click(683, 450), LevelResult::Solved);  // 9
 }
 
-TEST_F(ComboStation, DrawsTheFaceNumbersPointerAndTheCodeOpenly) {
-    level.code[0] = 4;
-    level.code[1] = 11;
-    level.code[2] = 0;
-    level.stage = 1;
-    level.position = 3;  // pointer at three o'clock
-    test::SoftwareCanvas canvas;
-    canvas.useGameFonts();
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(683, 405 + 116), kRim);
-    EXPECT_EQ(canvas.pixel(683 - 40, 405 + 40), kInk);
-    EXPECT_EQ(canvas.pixel(683 + 50, 405), kRed);
-    EXPECT_EQ(canvas.pixel(683 + 50, 405 + 4), kInk);  // four thick: five lines, -2..2
-    // The current number in green, the others in dull brass.
-    // (The pointer ends at x 773, just short of the 3.)
-    const Rect three{775, 393, 20, 24};
-    const Rect nine{575, 393, 20, 24};
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, three, kInk, "3", 683 + 98, 405, TextSize::Small,
-                                     kGreen, true, true),
-              0);
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, nine, kInk, "9", 683 - 98, 405, TextSize::Small,
-                                     rgb(153, 102, 27), true, true),
-              0);
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, {263, 205, 840, 32}, rgb(0, 0, 0),
-                                     "COMBO: 4 - 11 - 0   (stage 2)", 683, 220, TextSize::Normal,
-                                     rgb(255, 216, 107), true, true),
-              0);
-    EXPECT_EQ(
-        test::pixelsUnlikeText(canvas, {263, 601, 840, 23}, rgb(0, 0, 0),
-                               "CLICK UPPER=CW, LOWER=CCW \xE2\x80\x94 LAND EACH NUMBER IN ORDER",
-                               683, 604, TextSize::Small, kInstruction, true, false),
-        0);
+TEST_F(ComboStation, SeedTwentyTwentyFourDealsSevenNineEight) {
+    // Raw 2525503112, 3251949050, 3002649184, each times 12: high words 7, 9
+    // and 8, no low word under 4, so no redraw.
+    EXPECT_EQ(level.code[0], 7);
+    EXPECT_EQ(level.code[1], 9);
+    EXPECT_EQ(level.code[2], 8);
+    EXPECT_EQ(rng, test::engineAfter(2024, 3));
+}
+
+TEST_F(ComboStation, EachStepClicksALandedNumberClicksTwiceAndTheLastAlsoPasses) {
+    // Code 7 - 9 - 8.
+    for (int i = 1; i <= 6; ++i) {
+        const std::size_t n = sounds.size();
+        EXPECT_EQ(press(683, 300), LevelResult::Running) << i;
+        EXPECT_EQ(soundsSince(n), (Sounds{"click"})) << i;
+        EXPECT_EQ(release(), LevelResult::Running);
+        EXPECT_EQ(soundsSince(n), (Sounds{"click"})) << i;
+    }
+    std::size_t n = sounds.size();
+    EXPECT_EQ(click(683, 300), LevelResult::Running);  // 7 landed
+    EXPECT_EQ(soundsSince(n), (Sounds{"click", "click"}));
+    EXPECT_EQ(level.stage, 1);
+    n = sounds.size();
+    EXPECT_EQ(click(683, 300), LevelResult::Running);  // 8: not due yet
+    EXPECT_EQ(soundsSince(n), (Sounds{"click"}));
+    n = sounds.size();
+    EXPECT_EQ(click(683, 300), LevelResult::Running);  // 9 landed
+    EXPECT_EQ(soundsSince(n), (Sounds{"click", "click"}));
+    n = sounds.size();
+    EXPECT_EQ(press(683, 500), LevelResult::Solved);  // back to 8
+    EXPECT_EQ(soundsSince(n), (Sounds{"click", "click", "pass"}));
+}
+
+TEST_F(ComboStation, ClicksOutOfReachAndFramesWithoutAClickAreSilent) {
+    EXPECT_EQ(click(683, 405 - 160), LevelResult::Running);
+    EXPECT_EQ(click(683 + 160, 405), LevelResult::Running);
+    in.mouseDown = true;
+    EXPECT_EQ(moveTo(683, 300), LevelResult::Running);
+    EXPECT_EQ(idle(), LevelResult::Running);
+    release();
+    EXPECT_EQ(sounds, Sounds{});
+    EXPECT_EQ(level.position, 0);
 }
 
 // ---------------------------------------------------------------- Calibrate
@@ -358,6 +385,7 @@ TEST_F(CalibrateStation, IsSolvedOnItsFirstUpdateWhenEveryTargetIsNearTheMiddle)
     Rng r(seed);
     fresh.setup(LevelDef{}, r, kPlayArea);
     EXPECT_EQ(fresh.update(1.0 / 60, InputState{}, silent), LevelResult::Solved);
+    EXPECT_EQ(sounds, (Sounds{"pass"}));
 }
 
 TEST_F(CalibrateStation, OneSliderOffItsMarkKeepsItRunning) {
@@ -402,29 +430,24 @@ TEST_F(CalibrateStation, ReleasingEndsTheDragAndMissesStartNone) {
     EXPECT_EQ(level.value[2], v);
 }
 
-TEST_F(CalibrateStation, DrawsTracksGhostMarksAndKnobsGreenOnlyOnTheirMarks) {
-    level.target[0] = 0.5;
-    level.target[1] = 0.3;
-    level.target[2] = 0.7;
-    level.value[2] = 0.2;
-    test::SoftwareCanvas canvas;
-    canvas.useGameFonts();
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
+TEST_F(CalibrateStation, SeedTwentyTwentyFourSetsTheMarksAtFiftyTwoSeventyAndTwentyFour) {
+    // Raw 2525503112 % 60 = 32, 3251949050 % 60 = 50, 3002649184 % 60 = 4.
+    EXPECT_NEAR(level.target[0], 0.52, 1e-12);
+    EXPECT_NEAR(level.target[1], 0.70, 1e-12);
+    EXPECT_NEAR(level.target[2], 0.24, 1e-12);
+    EXPECT_EQ(rng, test::engineAfter(2024, 3));
+}
+
+TEST_F(CalibrateStation, SlidingIsSilentAndOnlyThePassMakesASound) {
+    // Marks 0.52, 0.70, 0.24; slider 0 already sits within 0.04 of its mark.
     const Rect* t = level.tracks;
-    EXPECT_EQ(canvas.pixel(t[0].x + 20, t[0].y + 20), rgb(30, 30, 30));
-    // Slider 1's mark at 250 + trunc(0.7 x 270) = 439, reaching 8 px past the track.
-    EXPECT_EQ(canvas.pixel(t[1].x - 5, 439), rgb(42, 134, 82));
-    EXPECT_EQ(canvas.pixel(t[1].x - 5, 443), rgb(0, 0, 0));
-    // Knobs: slider 0 sits on its mark, slider 1 does not.
-    EXPECT_EQ(canvas.pixel(t[0].x - 3, 385 + 5), kGreen);
-    EXPECT_EQ(canvas.pixel(t[1].x + 20, 385 + 5), kOrange);
-    // Slider 2's knob near the bottom: 250 + trunc(0.8 x 270) = 466.
-    EXPECT_EQ(canvas.pixel(t[2].x + t[2].w + 4, 466 - 6), kOrange);
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, {263, 601, 840, 23}, rgb(0, 0, 0),
-                                     "MATCH ALL THREE TO THE GHOST MARKS", 683, 604,
-                                     TextSize::Small, kInstruction, true, false),
-              0);
+    EXPECT_EQ(press(t[1].x + 20, t[1].y + 81), LevelResult::Running);  // 1 - 81/270 = 0.7
+    EXPECT_EQ(moveTo(t[1].x + 20, t[1].y + 85), LevelResult::Running);
+    EXPECT_EQ(release(), LevelResult::Running);
+    EXPECT_EQ(press(t[2].x + 20, t[2].y + 150), LevelResult::Running);
+    EXPECT_EQ(sounds, Sounds{});
+    EXPECT_EQ(moveTo(t[2].x + 20, t[2].y + 205), LevelResult::Solved);  // 0.2407
+    EXPECT_EQ(sounds, (Sounds{"pass"}));
 }
 
 // ---------------------------------------------------------------- Scale
@@ -473,8 +496,10 @@ TEST_F(ScaleStation, RemovingBelowSixLeavesZero) {
 TEST_F(ScaleStation, ThePassTestRunsOnlyInFramesWithAClick) {
     level.weight = level.target + 2;
     EXPECT_EQ(moveTo(600, 300), LevelResult::Running);
-    // A click on nothing weighs the beam all the same.
+    EXPECT_EQ(sounds, Sounds{});
+    // A click on nothing weighs the beam all the same, with no click of its own.
     EXPECT_EQ(press(300, 300), LevelResult::Solved);
+    EXPECT_EQ(sounds, (Sounds{"pass"}));
 }
 
 TEST_F(ScaleStation, BalancesWithinTwoEitherSide) {
@@ -485,25 +510,7 @@ TEST_F(ScaleStation, BalancesWithinTwoEitherSide) {
     EXPECT_EQ(click(530, 570), LevelResult::Solved);  // 48
 }
 
-TEST_F(ScaleStation, TheReadoutShowsTheWeightPlusTheHiddenOffsetNeverTheWeight) {
-    level.weight = 45;
-    level.target = 45;
-    level.readoutOffset = 17;
-    test::SoftwareCanvas canvas;
-    canvas.useGameFonts();
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    const Rect readout{483, 400, 400, 55};
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, readout, rgb(0, 0, 0), "62 g", 683, 430,
-                                     TextSize::Large, kRed, true, true),
-              0);
-    EXPECT_NE(test::pixelsUnlikeText(canvas, readout, rgb(0, 0, 0), "45 g", 683, 430,
-                                     TextSize::Large, kRed, true, true),
-              0);
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, {483, 460, 400, 22}, rgb(0, 0, 0), "(readout)", 683,
-                                     462, TextSize::Small, rgb(178, 40, 29), true, false),
-              0);
-    // And the offset is never zero.
+TEST_F(ScaleStation, TheHiddenOffsetIsFifteenToThirtyFourSoNeverZero) {
     for (std::uint32_t seed = 1; seed <= 200; ++seed) {
         ScaleLevel s;
         Rng r(seed);
@@ -513,41 +520,46 @@ TEST_F(ScaleStation, TheReadoutShowsTheWeightPlusTheHiddenOffsetNeverTheWeight) 
     }
 }
 
-TEST_F(ScaleStation, DrawsALevelBeamPivotPansAndButtons) {
-    level.weight = level.target;
-    test::SoftwareCanvas canvas;
-    canvas.useGameFonts();
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    EXPECT_EQ(canvas.pixel(683 - 60, 280), kBrass);
-    EXPECT_EQ(canvas.pixel(683 + 60, 284), kBrass);
-    EXPECT_EQ(canvas.pixel(683 + 60, 286), rgb(0, 0, 0));
-    EXPECT_EQ(canvas.pixel(683, 288), rgb(139, 107, 37));  // pivot below the beam's middle
-    EXPECT_EQ(canvas.pixel(683 - 120, 320), kRim);
-    EXPECT_EQ(canvas.pixel(683 + 120, 320), kRim);
-    EXPECT_EQ(canvas.pixel(523 + 10, 560 + 20), rgb(139, 107, 37));
-    EXPECT_EQ(canvas.pixel(723 + 10, 560 + 20), rgb(139, 107, 37));
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, {538, 565, 90, 30}, rgb(139, 107, 37), "ADD", 583, 580,
-                                     TextSize::Normal, kInk, true, true),
-              0);
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, {733, 565, 100, 30}, rgb(139, 107, 37), "REMOVE", 783,
-                                     580, TextSize::Normal, kInk, true, true),
-              0);
-    EXPECT_EQ(test::pixelsUnlikeText(canvas, {263, 601, 840, 23}, rgb(0, 0, 0),
-                                     "BALANCE THE BEAM - NOT THE NUMBER", 683, 604, TextSize::Small,
-                                     kInstruction, true, false),
-              0);
+TEST_F(ScaleStation, SeedTwentyTwentyFourWantsSeventyTwoHoldsTwentyAndHidesNineteen) {
+    // Raw 2525503112 % 40 + 40 = 72, 3251949050 % 20 + 10 = 20,
+    // 3002649184 % 20 + 15 = 19.
+    EXPECT_EQ(level.target, 72);
+    EXPECT_EQ(level.weight, 20);
+    EXPECT_EQ(level.readoutOffset, 19);
+    EXPECT_EQ(rng, test::engineAfter(2024, 3));
 }
 
-TEST_F(ScaleStation, AHeavyBeamDipsToTheRight) {
-    level.weight = level.target + 10;  // tilt 0.2: dx 117, dy 23
-    test::SoftwareCanvas canvas;
-    canvas.fill(rgb(0, 0, 0));
-    level.render(canvas.graphics);
-    // The pans hang at (566, 287) and (800, 333) instead of 310 either side.
-    EXPECT_EQ(canvas.pixel(800, 333 + 20), kRim);
-    EXPECT_EQ(canvas.pixel(566, 287 - 20), kRim);
-    EXPECT_EQ(canvas.pixel(803, 310 - 20), rgb(0, 0, 0));
+TEST_F(ScaleStation, AddAndRemoveClickMissesAreSilentAndTheBalancingAddAlsoPasses) {
+    std::size_t n = sounds.size();
+    EXPECT_EQ(press(523, 560), LevelResult::Running);  // add: 25
+    EXPECT_EQ(soundsSince(n), (Sounds{"click"}));
+    EXPECT_EQ(release(), LevelResult::Running);
+    EXPECT_EQ(soundsSince(n), (Sounds{"click"}));
+    n = sounds.size();
+    EXPECT_EQ(click(842, 599), LevelResult::Running);  // remove: 20
+    EXPECT_EQ(soundsSince(n), (Sounds{"click"}));
+    n = sounds.size();
+    EXPECT_EQ(click(643, 570), LevelResult::Running);  // between the buttons
+    EXPECT_EQ(click(683, 300), LevelResult::Running);  // the beam itself
+    EXPECT_EQ(soundsSince(n), Sounds{});
+    EXPECT_EQ(level.weight, 20);
+    // 25, 30, ..., 65 are still light by more than 2; 70 balances.
+    for (int w = 25; w <= 65; w += 5) {
+        n = sounds.size();
+        EXPECT_EQ(click(600, 580), LevelResult::Running) << w;
+        EXPECT_EQ(soundsSince(n), (Sounds{"click"})) << w;
+    }
+    n = sounds.size();
+    EXPECT_EQ(press(600, 580), LevelResult::Solved);
+    EXPECT_EQ(soundsSince(n), (Sounds{"click", "pass"}));
+    EXPECT_EQ(level.weight, 70);
+}
+
+TEST_F(ScaleStation, RemovingFromAnEmptyBeamStillClicks) {
+    level.weight = 0;
+    EXPECT_EQ(click(730, 570), LevelResult::Running);
+    EXPECT_EQ(level.weight, 0);
+    EXPECT_EQ(sounds, (Sounds{"click"}));
 }
 
 // ---------------------------------------------------------------- Factory
@@ -598,20 +610,31 @@ TEST(DialSolver, YankingTheKnobPastTheBandBuzzesAndStartsAgainFromZero) {
 }
 
 TEST(ScaleSolver, BalancingTheReadoutInsteadOfTheBeamNeverPasses) {
-    // A player who adds weight until the readout shows the shipped weight
-    // (say the target's own number) stops short by the hidden offset.
-    StationBench bench(shippedRecord("scale"), 11);
+    // A player who adds weight until the readout shows the wanted weight
+    // within the scale's own two grams. Seed 2024 wants 72 and deals 20 on
+    // the beam with a hidden 19 (raw 2525503112 % 40 + 40, 3251949050 % 20 +
+    // 10, 3002649184 % 20 + 15): the readout climbs 39, 44, ..., 74, seven
+    // adds, and ends balanced while the beam is still 17 light.
+    StationBench bench(shippedRecord("scale"), 2024);
     const auto& level = dynamic_cast<const ScaleLevel&>(*bench.station);
+    ASSERT_EQ(level.target, 72);
+    ASSERT_EQ(level.weight, 20);
+    ASSERT_EQ(level.readoutOffset, 19);
     const Rect& add = level.addButton;
-    while (level.weight + level.readoutOffset + 5 <= level.target) {
+    int adds = 0;
+    while (level.weight + level.readoutOffset < level.target - 2 && adds < 20) {
         pushMotion(add.x + 5, add.y + 5);
         pushButton(true, add.x + 5, add.y + 5);
-        bench.frame(1.0 / 60);
+        EXPECT_EQ(bench.frame(1.0 / 60), LevelResult::Running) << adds;
         pushButton(false, add.x + 5, add.y + 5);
-        bench.frame(1.0 / 60);
+        EXPECT_EQ(bench.frame(1.0 / 60), LevelResult::Running) << adds;
+        ++adds;
     }
+    EXPECT_EQ(adds, 7);
+    EXPECT_EQ(level.weight + level.readoutOffset, 74);  // the number looks right
+    EXPECT_EQ(level.target - level.weight, 17);         // the beam is not
     EXPECT_EQ(bench.verdict, LevelResult::Running);
-    EXPECT_GT(level.target - level.weight, 2);
+    EXPECT_EQ(bench.sounds, std::vector<std::string>(7, "click"));
 }
 
 }  // namespace
