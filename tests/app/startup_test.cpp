@@ -162,6 +162,39 @@ TEST(Startup, ACatalogueWithoutALevelsArrayIsLoggedTheSameWay) {
     EXPECT_EQ(countOf(messages, "INFO  Levels failed to load from " + path), 1) << headless.folder.logText();
 }
 
+// A returning player: the save is read at start-up, the difficulty of the
+// next run is the one last picked, the report says so, and the splash is
+// shown all the same.
+TEST(Startup, ASavedGameSetsTheDifficultyAndIsReported) {
+    GameFolderOptions returning;
+    returning.shipAssets = false;
+    returning.catalogue = catalogueOf({{1, "a", 20}});
+    returning.prepare = [](const TempDir& dir) {
+        dir.write("data/vornco_save.txt",
+                  "splashSeen=1\ntimesFired=4\nclockInCards=2\nlastDifficulty=3\n");
+    };
+    HeadlessApp headless("returning", returning);
+    ASSERT_TRUE(headless.started);
+    Application& app = headless.app;
+    EXPECT_EQ(app.difficulty, Difficulty::vorn);
+    EXPECT_EQ(app.save.timesFired, 4);
+    EXPECT_EQ(app.screen, GameScreen::splash);
+    const std::vector<std::string> messages = logMessages(headless.folder.logText());
+    EXPECT_EQ(countOf(messages, "INFO  DIAG: save: timesFired=4 clockInCards=2 hasContinue=yes lastDiff=VORN"), 1);
+
+    // CONTINUE, the first row now, starts a run at that difficulty.
+    InputDriver driver(app);
+    driver.key(SDLK_SPACE);
+    driver.frame();
+    ASSERT_EQ(app.screen, GameScreen::title);
+    driver.key(SDLK_RETURN);
+    driver.frame();
+    ASSERT_EQ(app.screen, GameScreen::shiftCard);
+    EXPECT_EQ(app.difficulty, Difficulty::vorn);
+    EXPECT_EQ(app.save.clockInCards, 2);
+    EXPECT_NE(headless.folder.logText().find("INFO  RUN: start difficulty=VORN "), std::string::npos);
+}
+
 TEST(Startup, WindowIsTitledAndGoesDesktopFullScreenOnTheCanvas) {
     HeadlessApp headless("window");
     ASSERT_TRUE(headless.started);
@@ -311,6 +344,23 @@ TEST(StartupFailure, ARendererThatWillNotCreateStopsInitAndShutdownStillRunsInFu
     EXPECT_FALSE(fs::exists(saveFile));
 }
 
+// The window opens at the canvas size, centred and shown, and goes desktop
+// full screen only once a renderer exists (the dummy driver has no
+// accelerated one, so the software one is the second asked for).
+TEST(StartupFailure, TheWindowOpensAtTheCanvasSizeAndGoesFullScreenAfterTheRenderer) {
+    if (!StartupFaults::available()) {
+        GTEST_SKIP() << "no way to watch SDL's calls where SDL is linked in statically";
+    }
+    ScratchGameFolder folder("window_made");
+    StartupFaults faults;
+    Application app;
+    ASSERT_TRUE(app.init());
+    EXPECT_EQ(faults.made, (std::vector<std::string>{
+                               "window 'The Vorn Co.' at centred,centred 1366x768 flags=4",
+                               "renderer flags=6", "renderer flags=1", "fullscreen flags=4097"}));
+    app.shutdown();
+}
+
 // After a normal start, shutdown takes everything down in reverse: the logo,
 // the painted textures, then the save is written, then the audio device, the
 // renderer and the window close, the libraries quit, and the log ends last.
@@ -344,10 +394,17 @@ TEST(StartupFailure, ShutdownAfterANormalStartRunsInItsOrder) {
     EXPECT_EQ(SDL_WasInit(0), 0u);
 }
 
-TEST(Startup, ShutdownIsSafeWithoutInit) {
+// Shutdown after no start at all has nothing to take down: no save is
+// written (no path was ever read), no log is opened, and SDL stays down.
+TEST(Startup, ShutdownWithoutInitTouchesNothing) {
+    TempDir empty("shutdown_only");
+    ScopedWorkingDirectory inside(empty.path());
     Application app;
     app.shutdown();
+    app.shutdown();
     EXPECT_EQ(app.window, nullptr);
+    EXPECT_EQ(SDL_WasInit(0), 0u);
+    EXPECT_TRUE(fs::is_empty(empty.path()));
 }
 
 // A player's copy of the built game in a scratch folder, so the real

@@ -76,17 +76,34 @@ extern "C" {
 
 SDL_Window* SDL_CreateWindow(const char* title, int x, int y, int w, int h, Uint32 flags) {
     static const auto real = sdlsOwn<SDL_Window* (*)(const char*, int, int, int, int, Uint32)>("SDL_CreateWindow");
-    if (vorn::test::active != nullptr && vorn::test::active->refuseWindow) {
-        SDL_SetError("refused by the test");
-        return nullptr;
+    if (vorn::test::active != nullptr) {
+        const auto where = [](int at) {
+            return at == static_cast<int>(SDL_WINDOWPOS_CENTERED) ? std::string("centred") : std::to_string(at);
+        };
+        vorn::test::active->made.push_back("window '" + std::string(title) + "' at " + where(x) + "," + where(y) +
+                                           " " + std::to_string(w) + "x" + std::to_string(h) +
+                                           " flags=" + std::to_string(flags));
+        if (vorn::test::active->refuseWindow) {
+            SDL_SetError("refused by the test");
+            return nullptr;
+        }
     }
     return real(title, x, y, w, h, flags);
+}
+
+int SDL_SetWindowFullscreen(SDL_Window* window, Uint32 flags) {
+    static const auto real = sdlsOwn<int (*)(SDL_Window*, Uint32)>("SDL_SetWindowFullscreen");
+    if (vorn::test::active != nullptr) {
+        vorn::test::active->made.push_back("fullscreen flags=" + std::to_string(flags));
+    }
+    return real(window, flags);
 }
 
 SDL_Renderer* SDL_CreateRenderer(SDL_Window* window, int index, Uint32 flags) {
     static const auto real = sdlsOwn<SDL_Renderer* (*)(SDL_Window*, int, Uint32)>("SDL_CreateRenderer");
     if (vorn::test::active != nullptr) {
         vorn::test::active->rendererFlags.push_back(flags);
+        vorn::test::active->made.push_back("renderer flags=" + std::to_string(flags));
         if (vorn::test::active->refuseRenderer) {
             SDL_SetError("refused by the test");
             return nullptr;

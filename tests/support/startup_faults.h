@@ -7,7 +7,8 @@
 // destroyed, the audio device closed, the renderer and the window destroyed,
 // SDL_ttf, SDL_image and SDL quit) is written down as it happens together
 // with what the disk showed at that moment: whether the save file was there
-// yet and whether the log had ended.
+// yet and whether the log had ended. The window, the renderers and the switch
+// to full screen are noted as they are asked for, refused or not.
 //
 // The seam: natively the test program defines those SDL functions itself,
 // and a definition in the program comes before the one in SDL's shared
@@ -44,6 +45,10 @@ public:
     bool refuseWindow = false;
     bool refuseRenderer = false;
     std::vector<Uint32> rendererFlags;
+    // The window and renderer as they were asked for, in order:
+    // "window 'The Vorn Co.' at centred,centred 1366x768 flags=4",
+    // "renderer flags=6", "fullscreen flags=4097".
+    std::vector<std::string> made;
     std::vector<std::string> calls;
 
 private:
