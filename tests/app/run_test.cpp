@@ -99,9 +99,22 @@ private:
 // sounds, and quick to make.
 class BareRun : public ::testing::Test {
 protected:
+    BareRun() { testing::internal::CaptureStderr(); }
+    ~BareRun() override { testing::internal::GetCapturedStderr(); }
+
     void catalogue(std::initializer_list<CatalogueEntry> entries) {
         ASSERT_TRUE(loadLevelsFromText(app.levels, catalogueOf(entries)));
         app.audio.requestLog = &sounds;
+    }
+    void shippedCatalogue() {
+        ASSERT_TRUE(loadLevels(app.levels, (gameFolder() / "data" / "levels" / "levels.json").u8string()));
+        app.audio.requestLog = &sounds;
+    }
+    // Every line the run has written so far, as echoed on standard error.
+    std::string log() {
+        echoed += testing::internal::GetCapturedStderr();
+        testing::internal::CaptureStderr();
+        return echoed;
     }
     ProbeStation& probe() {
         auto owned = std::make_unique<ProbeStation>();
@@ -120,43 +133,44 @@ protected:
 
     std::vector<std::string> sounds;   // outlives the application below
     Application app;
+    std::string echoed;
 };
 
-TEST_F(Run, GroupsByNumberAndDealsProbationShiftThenOvertime) {
-    start("run_groups", {{31, "a", 20}, {12, "a", 20}, {3, "a", 20}, {40, "a", 20}, {10, "a", 20},
+TEST_F(BareRun, GroupsByNumberAndDealsProbationShiftThenOvertime) {
+    catalogue({{31, "a", 20}, {12, "a", 20}, {3, "a", 20}, {40, "a", 20}, {10, "a", 20},
                          {33, "a", 20}, {11, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 42);
-    ASSERT_EQ(app().stationOrder.size(), 7u);
-    EXPECT_EQ(app().probationCount, 2);
-    EXPECT_EQ(app().shiftStart, 2);
-    EXPECT_EQ(app().overtimeStart, 5);
+    app.startRunWithSeed(Difficulty::medium, 42);
+    ASSERT_EQ(app.stationOrder.size(), 7u);
+    EXPECT_EQ(app.probationCount, 2);
+    EXPECT_EQ(app.shiftStart, 2);
+    EXPECT_EQ(app.overtimeStart, 5);
     for (int i = 0; i < 2; ++i) EXPECT_LE(numberAt(i), 10);
     for (int i = 2; i < 5; ++i) EXPECT_TRUE(numberAt(i) >= 11 && !(numberAt(i) >= 31 && numberAt(i) <= 33));
     for (int i = 5; i < 7; ++i) EXPECT_TRUE(numberAt(i) >= 31 && numberAt(i) <= 33);
-    EXPECT_EQ(app().screen, GameScreen::shiftCard);
-    EXPECT_EQ(app().shiftCardPhase, 0);
-    EXPECT_NE(log().find("INFO  RUN: start difficulty=MEDIUM seed=42 levels=7 (probation=2 shift=3 overtime=2)"),
+    EXPECT_EQ(app.screen, GameScreen::shiftCard);
+    EXPECT_EQ(app.shiftCardPhase, 0);
+    EXPECT_NE(log().find("RUN: start difficulty=MEDIUM seed=42 levels=7 (probation=2 shift=3 overtime=2)"),
               std::string::npos);
-    EXPECT_NE(log().find("INFO  SHIFTCARD: phase=0 ('PROBATION')"), std::string::npos);
+    EXPECT_NE(log().find("SHIFTCARD: phase=0 ('PROBATION')"), std::string::npos);
 }
 
-TEST_F(Run, SameSeedDealsTheSameOrderAndLayouts) {
-    start("run_same_seed", {{1, "a", 20}, {2, "b", 20}, {3, "c", 20}, {4, "d", 20}, {12, "e", 20},
+TEST_F(BareRun, SameSeedDealsTheSameOrderAndLayouts) {
+    catalogue({{1, "a", 20}, {2, "b", 20}, {3, "c", 20}, {4, "d", 20}, {12, "e", 20},
                             {13, "f", 20}, {14, "g", 20}});
     std::vector<int> answers[2];
     std::vector<std::int32_t> orders[2];
     for (int attempt = 0; attempt < 2; ++attempt) {
-        app().startRunWithSeed(Difficulty::hard, 1234);
-        orders[attempt] = app().stationOrder;
+        app.startRunWithSeed(Difficulty::hard, 1234);
+        orders[attempt] = app.stationOrder;
         for (int i = 0; i < 7; ++i) {
-            app().startStation(i);
-            answers[attempt].push_back(dynamic_cast<GenericLevel&>(*app().station).answer);
+            app.startStation(i);
+            answers[attempt].push_back(dynamic_cast<GenericLevel&>(*app.station).answer);
         }
     }
     EXPECT_EQ(orders[0], orders[1]);
     EXPECT_EQ(answers[0], answers[1]);
-    app().startRunWithSeed(Difficulty::hard, 1235);
-    EXPECT_NE(app().stationOrder, orders[0]);
+    app.startRunWithSeed(Difficulty::hard, 1235);
+    EXPECT_NE(app.stationOrder, orders[0]);
 }
 
 // The shipped catalogue dealt for seed 2026. The numbers below were worked out
@@ -164,38 +178,36 @@ TEST_F(Run, SameSeedDealsTheSameOrderAndLayouts) {
 // checked against its published 10000th output for seed 5489), shuffling
 // probation, then the shift, then overtime with the multiply-and-reject draw.
 // Both builds, native and Windows, must deal exactly this order.
-TEST_F(Run, TheShippedCatalogueDealsThisOrderForSeed2026) {
-    headless = std::make_unique<HeadlessApp>("run_pinned");
-    ASSERT_TRUE(headless->started);
-    ASSERT_EQ(app().levels.size(), 38u);
-    app().startRunWithSeed(Difficulty::medium, 2026);
+TEST_F(BareRun, TheShippedCatalogueDealsThisOrderForSeed2026) {
+    shippedCatalogue();
+    ASSERT_EQ(app.levels.size(), 38u);
+    app.startRunWithSeed(Difficulty::medium, 2026);
     const std::vector<int> expected{8,  4,  3,  1,  10, 6,  9,  2,  7,  5,  20, 34, 18,
                                     23, 16, 27, 17, 14, 24, 28, 40, 15, 13, 21, 42, 12,
                                     29, 30, 35, 41, 11, 25, 26, 22, 19, 32, 33, 31};
     std::vector<int> dealt;
-    for (int i = 0; i < static_cast<int>(app().stationOrder.size()); ++i) {
+    for (int i = 0; i < static_cast<int>(app.stationOrder.size()); ++i) {
         dealt.push_back(numberAt(i));
     }
     EXPECT_EQ(dealt, expected);
     // 9 + 24 + 2 swaps, none of whose draws was rejected: 35 raw draws spent.
-    EXPECT_EQ(app().rng, engineAfter(2026, 35));
+    EXPECT_EQ(app.rng, engineAfter(2026, 35));
 }
 
 // The same deal worked out longhand in the test for several seeds: group by
 // number in file order, then shuffle each group with draws made by hand.
-TEST_F(Run, EverySeedDealsTheGroupsShuffledByTheLonghandRule) {
-    headless = std::make_unique<HeadlessApp>("run_longhand");
-    ASSERT_TRUE(headless->started);
+TEST_F(BareRun, EverySeedDealsTheGroupsShuffledByTheLonghandRule) {
+    shippedCatalogue();
     for (std::uint32_t seed : {1u, 11u, 2026u, 4000000000u}) {
         Rng byHand(seed);
-        const std::vector<int> expected = dealByHand(app().levels, byHand);
-        app().startRunWithSeed(Difficulty::hard, seed);
+        const std::vector<int> expected = dealByHand(app.levels, byHand);
+        app.startRunWithSeed(Difficulty::hard, seed);
         std::vector<int> dealt;
-        for (int i = 0; i < static_cast<int>(app().stationOrder.size()); ++i) {
+        for (int i = 0; i < static_cast<int>(app.stationOrder.size()); ++i) {
             dealt.push_back(numberAt(i));
         }
         EXPECT_EQ(dealt, expected) << "seed " << seed;
-        EXPECT_EQ(app().rng, byHand) << "seed " << seed;
+        EXPECT_EQ(app.rng, byHand) << "seed " << seed;
     }
 }
 
@@ -210,7 +222,6 @@ TEST_F(BareRun, EveryStationIsSetUpFromWhereTheDealAndTheStationsBeforeItLeftThe
     catalogue({{1, "button", 20}, {2, "hold", 20}, {3, "odd", 20}, {4, "patience", 20},
                          {12, "button", 20}, {13, "timing", 20}, {14, "odd", 20},
                          {31, "patience", 20}, {32, "button", 20}});
-    QuietConsole console;
     for (std::uint32_t seed : {2026u, 7u, 4000000000u}) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Rng byHand(seed);
@@ -253,106 +264,103 @@ TEST_F(BareRun, EveryStationIsSetUpFromWhereTheDealAndTheStationsBeforeItLeftThe
     }
 }
 
-TEST_F(Run, EmptyCatalogueGoesStraightBackToTheTitle) {
-    GameFolderOptions noCatalogue;
-    noCatalogue.shipCatalogue = false;
-    headless = std::make_unique<HeadlessApp>("run_empty", noCatalogue);
-    ASSERT_TRUE(headless->started);
-    EXPECT_TRUE(app().levels.empty());
-    app().startRunWithSeed(Difficulty::easy, 7);
-    EXPECT_EQ(app().screen, GameScreen::title);
+TEST_F(BareRun, EmptyCatalogueGoesStraightBackToTheTitle) {
+    app.audio.requestLog = &sounds;
+    EXPECT_TRUE(app.levels.empty());
+    app.startRunWithSeed(Difficulty::easy, 7);
+    EXPECT_EQ(app.screen, GameScreen::title);
     EXPECT_EQ(log().find("SHIFTCARD:"), std::string::npos);
 }
 
-TEST_F(Run, ShiftCardWaitsThreeSecondsThenStartsTheFirstStation) {
-    start("run_card_wait", {{1, "a", 20}, {2, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
+TEST_F(BareRun, ShiftCardWaitsThreeSecondsThenStartsTheFirstStation) {
+    catalogue({{1, "a", 20}, {2, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
     // 1/32 s frames add up exactly: 95 of them are 2.97 s, 96 are 3.0 s.
     frames(95, 1.0 / 32);
-    EXPECT_EQ(app().screen, GameScreen::shiftCard);
+    EXPECT_EQ(app.screen, GameScreen::shiftCard);
     frames(1, 1.0 / 32);
-    EXPECT_EQ(app().screen, GameScreen::station);
-    EXPECT_EQ(app().stationIndex, 0);
-    EXPECT_DOUBLE_EQ(app().screenTime, 0.0);
+    EXPECT_EQ(app.screen, GameScreen::station);
+    EXPECT_EQ(app.stationIndex, 0);
+    EXPECT_DOUBLE_EQ(app.screenTime, 0.0);
 }
 
-TEST_F(Run, WithoutProbationTheFirstCardStartsAShiftStationAndOvertimeCardFollows) {
-    start("run_no_probation", {{12, "a", 20}, {32, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
-    EXPECT_EQ(app().shiftCardPhase, 0);
+TEST_F(BareRun, WithoutProbationTheFirstCardStartsAShiftStationAndOvertimeCardFollows) {
+    catalogue({{12, "a", 20}, {32, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
+    EXPECT_EQ(app.shiftCardPhase, 0);
     frames(96, 1.0 / 32);
-    ASSERT_EQ(app().screen, GameScreen::station);
-    EXPECT_EQ(numberAt(app().stationIndex), 12);
+    ASSERT_EQ(app.screen, GameScreen::station);
+    EXPECT_EQ(numberAt(app.stationIndex), 12);
     probe().verdict = LevelResult::Solved;
-    app().update(0.016);
-    EXPECT_EQ(app().screen, GameScreen::shiftCard);
-    EXPECT_EQ(app().shiftCardPhase, 2);
+    app.update(0.016);
+    EXPECT_EQ(app.screen, GameScreen::shiftCard);
+    EXPECT_EQ(app.shiftCardPhase, 2);
     EXPECT_NE(log().find("SHIFTCARD: phase=2 ('OVERTIME')"), std::string::npos);
 }
 
-TEST_F(Run, WithoutShiftStationsTheShiftCardOpensOvertimeAndNoOvertimeCardShows) {
-    start("run_no_shift", {{1, "a", 20}, {31, "a", 20}, {33, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
+TEST_F(BareRun, WithoutShiftStationsTheShiftCardOpensOvertimeAndNoOvertimeCardShows) {
+    catalogue({{1, "a", 20}, {31, "a", 20}, {33, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
     frames(96, 1.0 / 32);
     probe().verdict = LevelResult::Solved;
-    app().update(0.016);
-    ASSERT_EQ(app().screen, GameScreen::shiftCard);
-    EXPECT_EQ(app().shiftCardPhase, 1);
+    app.update(0.016);
+    ASSERT_EQ(app.screen, GameScreen::shiftCard);
+    EXPECT_EQ(app.shiftCardPhase, 1);
     frames(96, 1.0 / 32);
-    ASSERT_EQ(app().screen, GameScreen::station);
-    EXPECT_EQ(app().stationIndex, 1);
+    ASSERT_EQ(app.screen, GameScreen::station);
+    EXPECT_EQ(app.stationIndex, 1);
     EXPECT_GE(numberAt(1), 31);
     probe().verdict = LevelResult::Solved;
-    app().update(0.016);
-    EXPECT_EQ(app().screen, GameScreen::station);
-    EXPECT_EQ(app().stationIndex, 2);
+    app.update(0.016);
+    EXPECT_EQ(app.screen, GameScreen::station);
+    EXPECT_EQ(app.stationIndex, 2);
     EXPECT_EQ(log().find("OVERTIME"), std::string::npos);
 }
 
-TEST_F(Run, ClockIsBaseTimeTimesMultiplierTimesPointFourFive) {
-    start("run_clock", {{1, "a", 20}, {31, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
+TEST_F(BareRun, ClockIsBaseTimeTimesMultiplierTimesPointFourFive) {
+    catalogue({{1, "a", 20}, {31, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
     const int regular = numberAt(0) == 1 ? 0 : 1;
-    app().startStation(regular);
-    EXPECT_NEAR(app().timeLeft, 10.8, 1e-9);
-    EXPECT_EQ(app().shownSeconds, 10);
-    EXPECT_TRUE(app().timerRunning);
+    app.startStation(regular);
+    EXPECT_NEAR(app.timeLeft, 10.8, 1e-9);
+    EXPECT_EQ(app.shownSeconds, 10);
+    EXPECT_TRUE(app.timerRunning);
     EXPECT_NE(log().find("LEVEL: " + std::to_string(regular + 1) +
                          "/2 station 01 'STATION 1' type=a time=10.8s (base=20 x1.20 x0.9)"),
               std::string::npos)
         << log();
     for (Difficulty d : {Difficulty::easy, Difficulty::medium, Difficulty::hard, Difficulty::vorn}) {
-        app().startRunWithSeed(d, 5);
-        app().startStation(1 - regular);
-        EXPECT_NEAR(app().timeLeft, 6.3, 1e-9);
+        app.startRunWithSeed(d, 5);
+        app.startStation(1 - regular);
+        EXPECT_NEAR(app.timeLeft, 6.3, 1e-9);
     }
-    app().startRunWithSeed(Difficulty::easy, 5);
-    app().startStation(regular);
-    EXPECT_NEAR(app().timeLeft, 20 * 1.6 * 0.45, 1e-9);
-    app().startRunWithSeed(Difficulty::vorn, 5);
-    app().startStation(regular);
-    EXPECT_NEAR(app().timeLeft, 20 * 0.7 * 0.45, 1e-9);
+    app.startRunWithSeed(Difficulty::easy, 5);
+    app.startStation(regular);
+    EXPECT_NEAR(app.timeLeft, 20 * 1.6 * 0.45, 1e-9);
+    app.startRunWithSeed(Difficulty::vorn, 5);
+    app.startStation(regular);
+    EXPECT_NEAR(app.timeLeft, 20 * 0.7 * 0.45, 1e-9);
 }
 
-TEST_F(Run, TicksOncePerWholeSecondCrossedCountedFromTheTruncatedStart) {
-    start("run_ticks", {{1, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
-    app().startStation(0);
+TEST_F(BareRun, TicksOncePerWholeSecondCrossedCountedFromTheTruncatedStart) {
+    catalogue({{1, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
+    app.startStation(0);
     probe();
     // 10.8 s: passing 10.0 is silent, the first tick is at 9.0.
     int ticks = 0;
     double firstTickAt = -1;
     for (int i = 0; i < 40; ++i) {
-        app().update(0.05);
-        if (app().secondTicked) {
+        app.update(0.05);
+        if (app.secondTicked) {
             ++ticks;
-            if (firstTickAt < 0) firstTickAt = app().timeLeft;
+            if (firstTickAt < 0) firstTickAt = app.timeLeft;
         }
     }
     // 40 frames of 0.05 s: 10.8 -> 8.8, crossing 9.0 only.
     EXPECT_EQ(ticks, 1);
     EXPECT_NEAR(firstTickAt, 9.0, 1e-9);
-    EXPECT_EQ(app().shownSeconds, 9);
+    EXPECT_EQ(app.shownSeconds, 9);
 }
 
 TEST_F(Run, EveryTickFlipsTheTickTockToggle) {
@@ -367,35 +375,35 @@ TEST_F(Run, EveryTickFlipsTheTickTockToggle) {
     EXPECT_EQ(app().shownSeconds, 8);
 }
 
-TEST_F(Run, WarningIsSetWithThreeSecondsLeftAndClearsAtZero) {
-    start("run_warning", {{1, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
-    app().startStation(0);
+TEST_F(BareRun, WarningIsSetWithThreeSecondsLeftAndClearsAtZero) {
+    catalogue({{1, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
+    app.startStation(0);
     probe();
-    app().timeLeft = 3.05;
-    app().update(0.04);   // 3.01 left: ceil 4
-    EXPECT_FALSE(app().timeWarning);
-    app().update(0.01);   // 3.00 left
-    EXPECT_TRUE(app().timeWarning);
-    app().update(2.95);
-    EXPECT_TRUE(app().timeWarning);
-    app().update(0.05);
-    EXPECT_FALSE(app().timeWarning);
-    EXPECT_EQ(app().screen, GameScreen::fired);
+    app.timeLeft = 3.05;
+    app.update(0.04);   // 3.01 left: ceil 4
+    EXPECT_FALSE(app.timeWarning);
+    app.update(0.01);   // 3.00 left
+    EXPECT_TRUE(app.timeWarning);
+    app.update(2.95);
+    EXPECT_TRUE(app.timeWarning);
+    app.update(0.05);
+    EXPECT_FALSE(app.timeWarning);
+    EXPECT_EQ(app.screen, GameScreen::fired);
 }
 
-TEST_F(Run, AnEmptyClockFiresWithoutAskingTheStation) {
-    start("run_time_up", {{1, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
-    app().startStation(0);
+TEST_F(BareRun, AnEmptyClockFiresWithoutAskingTheStation) {
+    catalogue({{1, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
+    app.startStation(0);
     ProbeStation& station = probe();
-    app().timeLeft = 0.03;
-    app().update(0.05);
+    app.timeLeft = 0.03;
+    app.update(0.05);
     EXPECT_EQ(station.updates, 0);
-    EXPECT_EQ(app().screen, GameScreen::fired);
-    EXPECT_DOUBLE_EQ(app().timeLeft, 0.0);
-    EXPECT_FALSE(app().timerRunning);
-    EXPECT_EQ(app().save.timesFired, 1);
+    EXPECT_EQ(app.screen, GameScreen::fired);
+    EXPECT_DOUBLE_EQ(app.timeLeft, 0.0);
+    EXPECT_FALSE(app.timerRunning);
+    EXPECT_EQ(app.save.timesFired, 1);
     EXPECT_NE(log().find("FIRED: at station 01 'STATION 1' (1/1) timeLeft=0.0s timesFired=1"),
               std::string::npos)
         << log();
@@ -412,27 +420,27 @@ TEST_F(Run, AFailedVerdictFiresAndWritesTheSave) {
               std::string::npos);
 }
 
-TEST_F(Run, AnyOtherVerdictKeepsPlaying) {
-    start("run_other_verdict", {{1, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
-    app().startStation(0);
+TEST_F(BareRun, AnyOtherVerdictKeepsPlaying) {
+    catalogue({{1, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
+    app.startStation(0);
     ProbeStation& station = probe();
     station.verdict = static_cast<LevelResult>(3);
-    app().update(0.05);
-    app().update(0.05);
-    EXPECT_EQ(app().screen, GameScreen::station);
+    app.update(0.05);
+    app.update(0.05);
+    EXPECT_EQ(app.screen, GameScreen::station);
     EXPECT_EQ(station.updates, 2);
 }
 
-TEST_F(Run, SolvedMovesToTheNextStation) {
-    start("run_next", {{1, "a", 20}, {2, "a", 20}});
-    app().startRunWithSeed(Difficulty::medium, 5);
-    app().startStation(0);
+TEST_F(BareRun, SolvedMovesToTheNextStation) {
+    catalogue({{1, "a", 20}, {2, "a", 20}});
+    app.startRunWithSeed(Difficulty::medium, 5);
+    app.startStation(0);
     probe().verdict = LevelResult::Solved;
-    app().update(0.05);
-    EXPECT_EQ(app().screen, GameScreen::station);
-    EXPECT_EQ(app().stationIndex, 1);
-    EXPECT_NEAR(app().timeLeft, 10.8, 1e-9);
+    app.update(0.05);
+    EXPECT_EQ(app.screen, GameScreen::station);
+    EXPECT_EQ(app.stationIndex, 1);
+    EXPECT_NEAR(app.timeLeft, 10.8, 1e-9);
 }
 
 TEST_F(Run, VictoryOnEasyAlwaysAwardsACard) {
@@ -493,12 +501,12 @@ TEST_F(BareRun, AVictoryAwardsACardWhenTheRollFallsUnderTheDifficultysChance) {
         ASSERT_LT(roll, c.rollBelow);
 
         app.save.clockInCards = 0;
-        QuietConsole console;
+        const std::size_t before = log().size();
         app.startRunWithSeed(c.difficulty, c.seed);
         app.startStation(0);
         probe().verdict = LevelResult::Solved;
         app.update(0.01);
-        const std::string echoed = console.text();
+        const std::string echoed = log().substr(before);
         ASSERT_EQ(app.screen, GameScreen::victory);
         const bool card = std::string(c.line).find("awarded=YES") != std::string::npos;
         EXPECT_EQ(app.cardAwarded, card);
@@ -511,7 +519,6 @@ TEST_F(BareRun, AVictoryAwardsACardWhenTheRollFallsUnderTheDifficultysChance) {
 
 TEST_F(BareRun, AVictoryPlaysPassOnceAndNothingElse) {
     catalogue({{1, "a", 20}});
-    QuietConsole console;
     app.startRunWithSeed(Difficulty::medium, 5);
     app.startStation(0);
     probe().verdict = LevelResult::Solved;
@@ -525,7 +532,6 @@ TEST_F(BareRun, AVictoryPlaysPassOnceAndNothingElse) {
 
 TEST_F(BareRun, AFailedVerdictPlaysFailOnceAndNothingElse) {
     catalogue({{1, "a", 20}, {2, "a", 20}});
-    QuietConsole console;
     app.startRunWithSeed(Difficulty::medium, 5);
     app.startStation(0);
     probe().verdict = LevelResult::Failed;
@@ -538,7 +544,6 @@ TEST_F(BareRun, AFailedVerdictPlaysFailOnceAndNothingElse) {
 
 TEST_F(BareRun, AClockThatRunsOutTicksItsLastSecondThenPlaysFail) {
     catalogue({{1, "a", 20}});
-    QuietConsole console;
     app.startRunWithSeed(Difficulty::medium, 5);
     app.startStation(0);
     probe();
@@ -551,7 +556,6 @@ TEST_F(BareRun, AClockThatRunsOutTicksItsLastSecondThenPlaysFail) {
 
 TEST_F(BareRun, PassingAStationThatIsNotTheLastAddsNoSoundOfTheRun) {
     catalogue({{1, "a", 20}, {2, "a", 20}, {12, "a", 20}});
-    QuietConsole console;
     app.startRunWithSeed(Difficulty::medium, 5);
     app.startStation(0);
     probe().verdict = LevelResult::Solved;
@@ -578,7 +582,6 @@ protected:
     ClockSounds wholeClock(Difficulty d, int number) {
         ClockSounds out;
         catalogue({{number, "a", 20}});
-        QuietConsole console;
         app.startRunWithSeed(d, 5);
         app.startStation(0);
         probe();
