@@ -197,6 +197,57 @@ TEST_F(AudioDevice, CloseAudioReleasesEverythingAndIsHarmlessTwice) {
     EXPECT_FALSE(audio.tickToggle);
 }
 
+// Full volume for the music and for every one of the sixteen channels, set
+// once when the device opens, and asked for in that order.
+TEST_F(AudioDevice, OpensWithTheMusicAndEveryChannelAtFullVolume) {
+    EXPECT_EQ(Mix_VolumeMusic(-1), 128);
+    for (int channel = 0; channel < 16; ++channel) {
+        EXPECT_EQ(Mix_Volume(channel, -1), 128) << "channel " << channel;
+    }
+    audio.closeAudio();
+    std::vector<std::string> requests;
+    audio.requestLog = &requests;
+    ASSERT_TRUE(audio.openAudio());
+    EXPECT_EQ(requests, (std::vector<std::string>{"volume music=128", "volume channels=128"}));
+    audio.requestLog = nullptr;
+}
+
+// The sting and every gameplay track are played once; only the title tune
+// loops, for as long as the title terminal shows.
+TEST_F(AudioDevice, TheStingAndEveryTrackPlayOnceAndTheTitleLoops) {
+    TempDir dir("audio_loops");
+    const fs::path sting = dir.write("zembrilux-sting.wav", wavBytes(0.2));
+    dir.write("music/vorn-title.wav", wavBytes(0.2));
+    dir.write("music/a.wav", wavBytes(0.2));
+    std::vector<std::string> requests;
+    audio.requestLog = &requests;
+
+    audio.playSting(utf8(sting));
+    EXPECT_TRUE(audio.isMusicPlaying());
+    audio.playTitleMusic(utf8(dir.path() / "music"));
+    EXPECT_TRUE(audio.isMusicPlaying());
+    audio.buildPlaylist(utf8(dir.path() / "music"), 5u);
+    EXPECT_TRUE(audio.isMusicPlaying());
+    audio.stopMusic();
+    EXPECT_EQ(requests, (std::vector<std::string>{"music sting loops=1", "music title loops=-1",
+                                                  "music track loops=1", "music stop"}));
+    audio.requestLog = nullptr;
+}
+
+// The effects say which they are, one request per call.
+TEST_F(AudioDevice, EachEffectIsOneRequestOfItsOwnName) {
+    std::vector<std::string> requests;
+    audio.requestLog = &requests;
+    audio.playTick();
+    audio.playTick();
+    audio.playSiren();
+    audio.playPass();
+    audio.playFail();
+    audio.playClick();
+    EXPECT_EQ(requests, (std::vector<std::string>{"tick", "tick", "siren", "pass", "fail", "click"}));
+    audio.requestLog = nullptr;
+}
+
 // ---- effects ---------------------------------------------------------------
 
 // FLAC is lossless, so the mixer the game is built with must give back every
@@ -379,6 +430,18 @@ TEST_F(NoAudioDevice, MusicCallsAreSilentAndSayNothing) {
     EXPECT_FALSE(audio.isMusicPlaying());
     EXPECT_TRUE(log.lines().empty());
     Mix_CloseAudio();
+}
+
+// Without a device nothing is heard, but what the game asked for is still
+// seen, and no volume is set.
+TEST_F(NoAudioDevice, RequestsAreSeenEvenWithoutADevice) {
+    std::vector<std::string> requests;
+    audio.requestLog = &requests;
+    ASSERT_FALSE(audio.openAudio());
+    audio.playClick();
+    audio.playTitleMusic("no-such-folder");
+    EXPECT_EQ(requests, (std::vector<std::string>{"click", "music title loops=-1"}));
+    audio.requestLog = nullptr;
 }
 
 // ---- sting and title ---------------------------------------------------------

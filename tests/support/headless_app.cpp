@@ -48,6 +48,7 @@ std::string ScratchGameFolder::logText() const {
 
 HeadlessApp::HeadlessApp(const std::string& name, GameFolderOptions options)
     : folder(name, options) {
+    app.audio.requestLog = options.sounds;
     started = app.init();
 }
 

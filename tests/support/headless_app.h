@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace vorn::test {
 
@@ -19,6 +20,9 @@ struct GameFolderOptions {
     bool shipCatalogue = true;   // copy the shipped levels.json into data/levels
     std::string catalogue;       // when set, written as data/levels/levels.json instead
     std::function<void(const TempDir&)> prepare;   // runs before the game starts
+    // When set, every request made of the game's audio system is logged here
+    // from before init on, so the device's volumes and the sting are seen too.
+    std::vector<std::string>* sounds = nullptr;
 };
 
 // A catalogue of the given records, each written as {"n":..,"id":..,"type":..,"base_time":..}.
