@@ -20,10 +20,19 @@ std::string Application::dataPath(const std::string& name) const {
 }
 
 bool Application::init() {
+    startupSteps.clear();
+    Uint64 stepStart = SDL_GetPerformanceCounter();
+    const auto stepDone = [&](const char* name) {
+        const Uint64 now = SDL_GetPerformanceCounter();
+        startupSteps.emplace_back(name, static_cast<double>(now - stepStart) /
+                                            static_cast<double>(SDL_GetPerformanceFrequency()));
+        stepStart = now;
+    };
     if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_AUDIO | SDL_INIT_VIDEO) != 0) {
         SDL_Log("SDL_Init failed: %s", SDL_GetError());
         return false;
     }
+    stepDone("SDL_Init");
 
     char* sdlBase = SDL_GetBasePath();
     basePath = resolveBasePath(sdlBase);
@@ -50,10 +59,14 @@ bool Application::init() {
     const char* videoDriver = SDL_GetCurrentVideoDriver();
     logInfo("SDL: video driver '%s'", videoDriver != nullptr ? videoDriver : "(none)");
 
+    stepDone("paths and log");
+
     IMG_Init(IMG_INIT_PNG);
     if (TTF_Init() != 0) {
         SDL_Log("TTF_Init failed: %s", SDL_GetError());
     }
+
+    stepDone("image and font libraries");
 
     window = SDL_CreateWindow(kGameName, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
                               kCanvasWidth, kCanvasHeight, SDL_WINDOW_SHOWN);
@@ -72,10 +85,14 @@ bool Application::init() {
         logInfo("DIAG: window icon not loaded from '%s' (%s).", iconPath.c_str(), SDL_GetError());
     }
 
+    stepDone("window and icon");
+
     if (!graphics.init(window)) {
         SDL_Log("Renderer init failed");
         return false;
     }
+
+    stepDone("renderer");
 
     // The window opens at the canvas size and only then goes desktop full
     // screen, so systems without a window manager still get a real window.
@@ -87,23 +104,32 @@ bool Application::init() {
     SDL_Log("Display: renderer output %dx%d (logical %dx%d)", outputW, outputH, kCanvasWidth,
             kCanvasHeight);
 
+    stepDone("full screen");
+
     // Painted once, here, so nothing is painted per frame.
     art.build(graphics.renderer);
+    stepDone("painted textures");
 
     SDL_Log("Paths: base='%s' music='%s' assets='%s'", basePath.c_str(), musicPath.c_str(),
             assetsPath.c_str());
 
     graphics.loadFonts(pathString(assets / "fonts"));
+    stepDone("fonts");
 
     audio.openAudio();
     audio.loadEffects(pathString(assets / "audio"));
+    stepDone("audio");
 
     loadSave(save, pathString(std::filesystem::u8path(basePath) / "data" / "vornco_save.txt"));
+
+    stepDone("save");
 
     const std::string catalogue = dataPath("levels/levels.json");
     if (!loadLevels(levels, catalogue)) {
         SDL_Log("Levels failed to load from %s", catalogue.c_str());
     }
+
+    stepDone("catalogue");
 
     const std::string logoPath = pathString(assets / "images" / "studio_logo.png");
     studioLogo = graphics.loadTexture(logoPath, &studioLogoW, &studioLogoH);
@@ -111,6 +137,8 @@ bool Application::init() {
         logInfo("DIAG: studio logo not loaded from '%s' (splash/intro will show text).",
                 logoPath.c_str());
     }
+
+    stepDone("studio logo");
 
     DiagnosticsInput report;
     report.assetsPath = assetsPath;
@@ -124,6 +152,7 @@ bool Application::init() {
 
     difficulty = static_cast<Difficulty>(save.lastDifficulty);
     enterSplash();
+    stepDone("diagnostics and splash");
     return true;
 }
 

@@ -21,6 +21,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vorn {
@@ -39,6 +40,10 @@ public:
 
     bool init();
     void shutdown();
+
+    // How long each step of the last init took, in seconds, in the order
+    // they ran: the benchmark prints it, nothing in the game reads it.
+    std::vector<std::pair<const char*, double>> startupSteps;
 
     // The main loop: runs frames until `running` drops.
     void run();
