@@ -156,6 +156,18 @@ bool Application::init() {
     return true;
 }
 
+void Application::reloadTextures() {
+    if (studioLogo != nullptr) {
+        SDL_DestroyTexture(studioLogo);
+        studioLogo = nullptr;
+    }
+    art.build(graphics.renderer);
+    const std::string logoPath =
+        pathString(std::filesystem::u8path(assetsPath) / "images" / "studio_logo.png");
+    studioLogo = graphics.loadTexture(logoPath, &studioLogoW, &studioLogoH);
+    logInfo("Renderer: device reset; textures made again.");
+}
+
 void Application::shutdown() {
     if (studioLogo != nullptr) {
         SDL_DestroyTexture(studioLogo);

@@ -51,6 +51,9 @@ public:
     // game advanced by at most 0.05 s, then the picture.
     void step(double elapsed);
     void processEvents();
+    // After the renderer lost its device: the painted textures and the
+    // studio logo made again (the splash would otherwise draw nothing).
+    void reloadTextures();
     void update(double dt);
     void render();
 

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace vorn {
 
@@ -91,6 +92,16 @@ public:
 
 private:
     void setColor(Color c);
+    // The colour for fills and points. Blending an opaque colour gives that
+    // very colour, so those skip the per-pixel blend; lines always blend,
+    // because SDL steps blended and plain lines along different pixels.
+    void setFillColor(Color c);
+    void useBlending(bool on);
+
+    bool blending = true;
+    // Round corners and arcs gather their dots here and send them in one
+    // call; the buffer keeps its capacity, so a frame allocates nothing.
+    std::vector<SDL_Point> points;
 };
 
 // The monitor glass every terminal screen is drawn on.

@@ -1,5 +1,8 @@
 #include "gfx/procedural_art.h"
 
+#include "gfx/graphics.h"
+#include "gfx/terminal.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -351,7 +354,9 @@ SDL_Texture* uploadTexture(SDL_Renderer* renderer, const PixelBuffer& pixels) {
         SDL_DestroyTexture(texture);
         return nullptr;
     }
-    SDL_SetTextureBlendMode(texture, SDL_BLENDMODE_BLEND);
+    const bool opaque = std::all_of(pixels.pixels.begin(), pixels.pixels.end(),
+                                    [](Color c) { return alpha(c) == 255; });
+    SDL_SetTextureBlendMode(texture, opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     return texture;
 }
 
@@ -361,8 +366,102 @@ bool ProceduralArt::build(SDL_Renderer* renderer) {
         release();
         return false;
     }
-    return buildWith(
+    const bool complete = buildWith(
         [renderer](const PixelBuffer& pixels) { return uploadTexture(renderer, pixels); });
+    makeScaledCopies(renderer);
+    return complete;
+}
+
+namespace {
+
+// The source stretched over the whole of a new target texture of the given
+// size, by the renderer's own scaling, with its blending off so the copy
+// holds exactly the pixels a stretched copy would lay down; the copy then
+// gets the source's blend mode. Null when the renderer cannot do it.
+SDL_Texture* stretchedCopy(SDL_Renderer* renderer, SDL_Texture* source, int w, int h) {
+    Uint32 format = 0;
+    SDL_BlendMode mode = SDL_BLENDMODE_NONE;
+    if (SDL_QueryTexture(source, &format, nullptr, nullptr, nullptr) != 0 ||
+        SDL_GetTextureBlendMode(source, &mode) != 0) {
+        return nullptr;
+    }
+    SDL_Texture* copy = SDL_CreateTexture(renderer, format, SDL_TEXTUREACCESS_TARGET, w, h);
+    if (copy == nullptr) {
+        return nullptr;
+    }
+    SDL_Texture* previous = SDL_GetRenderTarget(renderer);
+    Uint8 r = 0;
+    Uint8 g = 0;
+    Uint8 b = 0;
+    Uint8 a = 0;
+    SDL_GetRenderDrawColor(renderer, &r, &g, &b, &a);
+    bool drawn = SDL_SetRenderTarget(renderer, copy) == 0;
+    if (drawn) {
+        SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
+        SDL_RenderClear(renderer);
+        SDL_SetTextureBlendMode(source, SDL_BLENDMODE_NONE);
+        drawn = SDL_RenderCopy(renderer, source, nullptr, nullptr) == 0;
+        SDL_SetTextureBlendMode(source, mode);
+        SDL_SetRenderTarget(renderer, previous);
+    }
+    SDL_SetRenderDrawColor(renderer, r, g, b, a);
+    if (!drawn) {
+        SDL_DestroyTexture(copy);
+        return nullptr;
+    }
+    SDL_SetTextureBlendMode(copy, mode);
+    return copy;
+}
+
+}  // namespace
+
+void ProceduralArt::makeScaledCopies(SDL_Renderer* renderer) {
+    releaseScaledCopies();
+    if (renderer == nullptr || SDL_RenderTargetSupported(renderer) != SDL_TRUE) {
+        return;
+    }
+    const std::array<ScaledCopy, 7> wanted{{
+        {casing, kCasing, nullptr},
+        {casing, kKeyboardBlock, nullptr},
+        {greenScreen, kMonitorGlass, nullptr},
+        {redScreen, kMonitorGlass, nullptr},
+        {topRail, kTopRail, nullptr},
+        {bottomStrip, kBottomStrip, nullptr},
+        {roomOverlay, {0, 0, kCanvasWidth, kCanvasHeight}, nullptr},
+    }};
+    // The size on the output: the canvas's rectangle times the renderer's
+    // scale (1 when the output is the canvas's own 1366 x 768).
+    float scaleX = 1.0f;
+    float scaleY = 1.0f;
+    SDL_RenderGetScale(renderer, &scaleX, &scaleY);
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        scaledCopies[i] = wanted[i];
+        if (wanted[i].source == nullptr) {
+            continue;
+        }
+        const int w = std::max(1, static_cast<int>(std::lround(wanted[i].rect.w * scaleX)));
+        const int h = std::max(1, static_cast<int>(std::lround(wanted[i].rect.h * scaleY)));
+        scaledCopies[i].copy = stretchedCopy(renderer, wanted[i].source, w, h);
+    }
+}
+
+void ProceduralArt::releaseScaledCopies() {
+    for (ScaledCopy& entry : scaledCopies) {
+        if (entry.copy != nullptr) {
+            SDL_DestroyTexture(entry.copy);
+        }
+        entry = ScaledCopy{};
+    }
+}
+
+SDL_Texture* ProceduralArt::scaledCopy(SDL_Texture* source, const Rect& r) const {
+    for (const ScaledCopy& entry : scaledCopies) {
+        if (entry.source == source && entry.source != nullptr && entry.rect.x == r.x &&
+            entry.rect.y == r.y && entry.rect.w == r.w && entry.rect.h == r.h) {
+            return entry.copy;
+        }
+    }
+    return nullptr;
 }
 
 bool ProceduralArt::buildWith(const Uploader& upload) {
@@ -394,6 +493,7 @@ bool ProceduralArt::buildWith(const Uploader& upload) {
 }
 
 void ProceduralArt::release() {
+    releaseScaledCopies();
     for (SDL_Texture** slot : {&wallTile, &parchment, &casing, &topRail, &greenScreen, &redScreen,
                                &bottomStrip, &brass, &roomOverlay}) {
         if (*slot != nullptr) {

@@ -9,9 +9,11 @@
 // be created stays null and the screens draw a flat fill in its place.
 
 #include "gfx/color.h"
+#include "gfx/geometry.h"
 
 #include <SDL.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -123,8 +125,10 @@ PixelBuffer paintCasing();
 // 512 x 288 dark brown mottled wall with darker blotches and stains.
 PixelBuffer paintWall();
 
-// Creates a static ABGR8888 texture from the buffer with alpha blending on;
-// null when the renderer cannot make one.
+// Creates a static ABGR8888 texture from the buffer; null when the renderer
+// cannot make one. A buffer with any see-through pixel is copied with alpha
+// blending; a wholly opaque one without (blending an opaque pixel gives that
+// pixel, so the picture is the same and the copy is cheaper).
 SDL_Texture* uploadTexture(SDL_Renderer* renderer, const PixelBuffer& pixels);
 
 // The painted textures, built once after the renderer exists and released
@@ -138,14 +142,25 @@ public:
     ProceduralArt(const ProceduralArt&) = delete;
     ProceduralArt& operator=(const ProceduralArt&) = delete;
 
-    // Paints and uploads every texture; true when all nine were created.
-    // Any earlier set is released first.
+    // Paints and uploads every texture and makes their scaled copies; true
+    // when all nine were created. Any earlier set is released first.
     bool build(SDL_Renderer* renderer);
+    // (Re)makes the copies of the textures the terminal stretches, each at
+    // the size its rectangle covers on the renderer's output, so a frame
+    // copies them pixel for pixel instead of stretching them anew. Needed
+    // again when the output size changes or the renderer loses the contents
+    // of its target textures. Without render targets there are no copies
+    // and the textures are stretched every frame, as before.
+    void makeScaledCopies(SDL_Renderer* renderer);
+    void releaseScaledCopies();
+    // The copy of `source` made for rectangle `r`, or null.
+    SDL_Texture* scaledCopy(SDL_Texture* source, const Rect& r) const;
     // The same, with the upload step supplied by the caller. Textures are
     // painted in a fixed order and each buffer is dropped as soon as it is
     // uploaded, so only one is ever held at a time.
     bool buildWith(const Uploader& upload);
-    // Destroys every texture and leaves the handles null; safe to repeat.
+    // Destroys every texture (copies included) and leaves the handles null;
+    // safe to repeat.
     void release();
 
     // The glass for a requested screen colour: red when its red byte beats its
@@ -165,6 +180,15 @@ public:
     // loop with a zero step.
     int wallTileWidth = kWallTileWidth;
     int wallTileHeight = kWallTileHeight;
+
+    struct ScaledCopy {
+        SDL_Texture* source = nullptr;
+        Rect rect{};
+        SDL_Texture* copy = nullptr;
+    };
+    // The casing twice (monitor and keyboard block), both glasses, the rail,
+    // the strip and the room's darkening.
+    std::array<ScaledCopy, 7> scaledCopies{};
 };
 
 }  // namespace vorn

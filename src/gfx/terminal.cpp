@@ -22,7 +22,7 @@ constexpr Color kLampHousing = rgb(40, 30, 20);
 void drawKeyboardBlock(Graphics& g, const ProceduralArt& art) {
     g.roundRect({539, 736, 300, 20}, 6, kKeyboardShadow, true);
     if (art.casing != nullptr) {
-        stretchInto(g, art.casing, kKeyboardBlock);
+        stretchInto(g, art, art.casing, kKeyboardBlock);
     } else {
         g.roundRect(kKeyboardBlock, 6, palette::casingBeige, true);
     }
@@ -53,7 +53,7 @@ void drawFloorShadow(Graphics& g) {
 void drawCasing(Graphics& g, const ProceduralArt& art) {
     g.roundRect({193, 36, 1004, 632}, 46, kCasingShadow, true);
     if (art.casing != nullptr) {
-        stretchInto(g, art.casing, kCasing);
+        stretchInto(g, art, art.casing, kCasing);
     } else {
         g.roundRect(kCasing, 46, palette::casingBeige, true);
     }
@@ -79,7 +79,7 @@ void drawFrontFace(Graphics& g) {
 void drawScreen(Graphics& g, const ProceduralArt& art, Color screenColor) {
     g.roundRect(kGlassRecessRect, 16, kGlassRecess, true);
     if (SDL_Texture* glass = art.screenFor(screenColor)) {
-        stretchInto(g, glass, kMonitorGlass);
+        stretchInto(g, art, glass, kMonitorGlass);
     } else {
         g.roundRect(kMonitorGlass, 14, screenColor, true);
     }
@@ -104,17 +104,18 @@ void drawControls(Graphics& g) {
 
 }  // namespace
 
-void stretchInto(Graphics& g, SDL_Texture* tex, const Rect& r) {
+void stretchInto(Graphics& g, const ProceduralArt& art, SDL_Texture* tex, const Rect& r) {
     // Centre minus half the size lands back on r.x and r.y for any size, so
     // the centred copy covers exactly the rectangle.
-    g.blitCentered(tex, r.x + r.w / 2, r.y + r.h / 2, r.w, r.h);
+    SDL_Texture* copy = art.scaledCopy(tex, r);
+    g.blitCentered(copy != nullptr ? copy : tex, r.x + r.w / 2, r.y + r.h / 2, r.w, r.h);
 }
 
 void drawRoom(Graphics& g, const ProceduralArt& art) {
     if (art.wallTile != nullptr) {
         for (int y = 0; y < kCanvasHeight; y += art.wallTileHeight) {
             for (int x = 0; x < kCanvasWidth; x += art.wallTileWidth) {
-                stretchInto(g, art.wallTile, {x, y, art.wallTileWidth, art.wallTileHeight});
+                stretchInto(g, art, art.wallTile, {x, y, art.wallTileWidth, art.wallTileHeight});
             }
         }
     } else {
@@ -122,17 +123,17 @@ void drawRoom(Graphics& g, const ProceduralArt& art) {
     }
     // The bolts belong to the rail: a room without its rail has none.
     if (art.topRail != nullptr) {
-        stretchInto(g, art.topRail, kTopRail);
+        stretchInto(g, art, art.topRail, kTopRail);
         for (int x = kFirstBoltX; x < kCanvasWidth; x += kBoltStep) {
             g.circle(x, kBoltY, kBoltRadius, kBoltColor, true);
         }
     }
     if (art.bottomStrip != nullptr) {
-        stretchInto(g, art.bottomStrip, kBottomStrip);
+        stretchInto(g, art, art.bottomStrip, kBottomStrip);
     }
     // Last, so the rail and the strip fade into the corners with the wall.
     if (art.roomOverlay != nullptr) {
-        stretchInto(g, art.roomOverlay, {0, 0, kCanvasWidth, kCanvasHeight});
+        stretchInto(g, art, art.roomOverlay, {0, 0, kCanvasWidth, kCanvasHeight});
     }
 }
 

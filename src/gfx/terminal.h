@@ -38,8 +38,9 @@ constexpr int kFirstBoltX = 30;
 constexpr int kBoltStep = 90;
 constexpr int kBoltRadius = 4;
 
-// Copies a texture over exactly the given rectangle (nothing when null).
-void stretchInto(Graphics& g, SDL_Texture* tex, const Rect& r);
+// Copies a texture over exactly the given rectangle (nothing when null),
+// from its scaled copy for that rectangle when the art has one.
+void stretchInto(Graphics& g, const ProceduralArt& art, SDL_Texture* tex, const Rect& r);
 
 // The wall, the rail with its bolts, the hazard strip and the darkening
 // towards the corners, in that order.

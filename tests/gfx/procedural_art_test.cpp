@@ -3,6 +3,7 @@
 // static, alpha-blended ABGR8888 textures on a software renderer.
 
 #include "gfx/procedural_art.h"
+#include "gfx/terminal.h"
 #include "support/software_canvas.h"
 
 #include <gtest/gtest.h>
@@ -281,7 +282,7 @@ TEST(ProceduralArtSet, EachTextureLandsInItsOwnSlot) {
     art.release();
 }
 
-TEST(ProceduralArtSet, UploadsStaticBlendedAbgrTexturesOfTheRightSize) {
+TEST(ProceduralArtSet, UploadsStaticAbgrTexturesOfTheRightSize) {
     SoftwareCanvas canvas;
     ProceduralArt art;
     ASSERT_TRUE(art.build(canvas.graphics.renderer));
@@ -298,13 +299,107 @@ TEST(ProceduralArtSet, UploadsStaticBlendedAbgrTexturesOfTheRightSize) {
         EXPECT_EQ(access, SDL_TEXTUREACCESS_STATIC);
         EXPECT_EQ(w, allPainters()[i].width);
         EXPECT_EQ(h, allPainters()[i].height);
-        SDL_BlendMode mode = SDL_BLENDMODE_NONE;
-        ASSERT_EQ(SDL_GetTextureBlendMode(texture, &mode), 0);
-        EXPECT_EQ(mode, SDL_BLENDMODE_BLEND);
     }
     EXPECT_EQ(art.wallTileWidth, 512);
     EXPECT_EQ(art.wallTileHeight, 288);
     art.release();
+}
+
+TEST(ProceduralArtSet, OnlyTheRoomsDarkeningIsCopiedWithBlending) {
+    // Every painter but the room overlay paints opaque pixels only; the
+    // overlay is black of varying alpha.
+    SoftwareCanvas canvas;
+    ProceduralArt art;
+    ASSERT_TRUE(art.build(canvas.graphics.renderer));
+    const auto slots = slotsInBuildOrder();
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        SDL_BlendMode mode = SDL_BLENDMODE_INVALID;
+        ASSERT_EQ(SDL_GetTextureBlendMode(art.*slots[i], &mode), 0);
+        EXPECT_EQ(mode, i == 8 ? SDL_BLENDMODE_BLEND : SDL_BLENDMODE_NONE) << "step " << i;
+    }
+    art.release();
+}
+
+TEST(ProceduralArtSet, AnyTransparentPixelMakesAnUploadBlend) {
+    SoftwareCanvas canvas;
+    PixelBuffer buffer(4, 4);   // opaque black
+    SDL_Texture* solid = uploadTexture(canvas.graphics.renderer, buffer);
+    buffer.at(3, 3) = rgb(0, 0, 0, 254);
+    SDL_Texture* seeThrough = uploadTexture(canvas.graphics.renderer, buffer);
+    ASSERT_NE(solid, nullptr);
+    ASSERT_NE(seeThrough, nullptr);
+    SDL_BlendMode mode = SDL_BLENDMODE_INVALID;
+    SDL_GetTextureBlendMode(solid, &mode);
+    EXPECT_EQ(mode, SDL_BLENDMODE_NONE);
+    SDL_GetTextureBlendMode(seeThrough, &mode);
+    EXPECT_EQ(mode, SDL_BLENDMODE_BLEND);
+    SDL_DestroyTexture(solid);
+    SDL_DestroyTexture(seeThrough);
+}
+
+TEST(ProceduralArtSet, EveryStretchedPieceGetsACopyOfItsRectanglesSize) {
+    SoftwareCanvas canvas;
+    ProceduralArt art;
+    ASSERT_TRUE(art.build(canvas.graphics.renderer));
+    struct Want {
+        SDL_Texture* source;
+        Rect rect;
+    };
+    const Want wanted[] = {
+        {art.casing, {181, 20, 1004, 632}},     // the monitor's casing
+        {art.casing, {533, 730, 300, 20}},      // the keyboard block
+        {art.greenScreen, {247, 78, 872, 612}},
+        {art.redScreen, {247, 78, 872, 612}},
+        {art.topRail, {0, 0, 1366, 40}},
+        {art.bottomStrip, {0, 742, 1366, 26}},
+        {art.roomOverlay, {0, 0, 1366, 768}},
+    };
+    for (const Want& want : wanted) {
+        SDL_Texture* copy = art.scaledCopy(want.source, want.rect);
+        ASSERT_NE(copy, nullptr) << want.rect.w << "x" << want.rect.h;
+        int w = 0;
+        int h = 0;
+        SDL_QueryTexture(copy, nullptr, nullptr, &w, &h);
+        EXPECT_EQ(w, want.rect.w);
+        EXPECT_EQ(h, want.rect.h);
+    }
+    // The wall is tiled at its own size and needs none; nor does a rectangle
+    // nobody draws.
+    EXPECT_EQ(art.scaledCopy(art.wallTile, {0, 0, 512, 288}), nullptr);
+    EXPECT_EQ(art.scaledCopy(art.casing, {181, 20, 1004, 631}), nullptr);
+    art.releaseScaledCopies();
+    EXPECT_EQ(art.scaledCopy(art.casing, {181, 20, 1004, 632}), nullptr);
+    art.release();
+}
+
+// The terminal drawn from the scaled copies and drawn by stretching the
+// textures every frame: the same bytes, glass green and red.
+TEST(ProceduralArtSet, TheCopiesDrawTheSamePixelsAsStretchingEveryFrame) {
+    for (const Color glass : {rgb(0, 200, 0), rgb(200, 0, 0)}) {
+        SoftwareCanvas fast;
+        SoftwareCanvas slow;
+        ProceduralArt fastArt;
+        ProceduralArt slowArt;
+        ASSERT_TRUE(fastArt.build(fast.graphics.renderer));
+        ASSERT_TRUE(slowArt.build(slow.graphics.renderer));
+        slowArt.releaseScaledCopies();
+        drawTerminal(fast.graphics, fastArt, glass);
+        drawTerminal(slow.graphics, slowArt, glass);
+        SDL_RenderFlush(fast.graphics.renderer);
+        SDL_RenderFlush(slow.graphics.renderer);
+        int differing = 0;
+        for (int y = 0; y < kCanvasHeight; ++y) {
+            for (int x = 0; x < kCanvasWidth; ++x) {
+                differing += fast.pixel(x, y) != slow.pixel(x, y) ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(differing, 0);
+        // And the copies were really used: without them a stretched picture
+        // needs the textures themselves.
+        EXPECT_NE(fastArt.scaledCopy(fastArt.casing, kCasing), nullptr);
+        fastArt.release();
+        slowArt.release();
+    }
 }
 
 TEST(ProceduralArtSet, UploadedPixelsAreThePaintedOnes) {
