@@ -357,6 +357,22 @@ int Graphics::formatInto(char* buffer, std::size_t size, const char* format, ...
     return written < 0 ? -1 : written;
 }
 
+void Graphics::clip(const Rect& r) {
+    const SDL_Rect sr{r.x, r.y, r.w, r.h};
+    SDL_RenderSetClipRect(renderer, &sr);
+}
+
+void Graphics::noClip() { SDL_RenderSetClipRect(renderer, nullptr); }
+
+bool Graphics::oneToOne() const {
+    float scaleX = 0.0f;
+    float scaleY = 0.0f;
+    SDL_Rect viewport{};
+    SDL_RenderGetScale(renderer, &scaleX, &scaleY);
+    SDL_RenderGetViewport(renderer, &viewport);
+    return scaleX == 1.0f && scaleY == 1.0f && viewport.x == 0 && viewport.y == 0;
+}
+
 void Graphics::monitorOverlay() {
     const Rect& glass = kMonitorGlass;
     const SDL_Rect clip{glass.x, glass.y, glass.w, glass.h};

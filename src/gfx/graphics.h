@@ -80,6 +80,15 @@ public:
     static int formatInto(char* buffer, std::size_t size, const char* format, ...)
         VORN_PRINTF_FORMAT(3);
 
+    // Limits every draw to the rectangle (canvas coordinates) until
+    // noClip; a clipped draw puts down exactly the pixels of the whole draw
+    // that fall inside.
+    void clip(const Rect& r);
+    void noClip();
+    // True when the canvas maps pixel for pixel onto the output (no scaling,
+    // no letterbox): there clipped pieces of a draw meet edge to edge.
+    bool oneToOne() const;
+
     // The glass effects laid over the terminal screens just before present:
     // scan lines, darkened edges and a faint glare, clipped to the glass.
     void monitorOverlay();

@@ -377,13 +377,23 @@ namespace {
 // The source stretched over the whole of a new target texture of the given
 // size, by the renderer's own scaling, with its blending off so the copy
 // holds exactly the pixels a stretched copy would lay down; the copy then
-// gets the source's blend mode. Null when the renderer cannot do it.
+// gets the source's blend mode. An opaque copy is kept in the renderer's
+// own first format, so a frame copies it without reordering its bytes (the
+// values are the same in either order); a see-through one keeps the
+// source's, whose blend the pinned frames were drawn with. Null when the
+// renderer cannot do it.
 SDL_Texture* stretchedCopy(SDL_Renderer* renderer, SDL_Texture* source, int w, int h) {
     Uint32 format = 0;
     SDL_BlendMode mode = SDL_BLENDMODE_NONE;
     if (SDL_QueryTexture(source, &format, nullptr, nullptr, nullptr) != 0 ||
         SDL_GetTextureBlendMode(source, &mode) != 0) {
         return nullptr;
+    }
+    SDL_RendererInfo info;
+    if (mode == SDL_BLENDMODE_NONE && SDL_GetRendererInfo(renderer, &info) == 0 &&
+        info.num_texture_formats > 0 && SDL_BYTESPERPIXEL(info.texture_formats[0]) == 4 &&
+        !SDL_ISPIXELFORMAT_FOURCC(info.texture_formats[0])) {
+        format = info.texture_formats[0];
     }
     SDL_Texture* copy = SDL_CreateTexture(renderer, format, SDL_TEXTUREACCESS_TARGET, w, h);
     if (copy == nullptr) {
@@ -420,7 +430,8 @@ void ProceduralArt::makeScaledCopies(SDL_Renderer* renderer) {
     if (renderer == nullptr || SDL_RenderTargetSupported(renderer) != SDL_TRUE) {
         return;
     }
-    const std::array<ScaledCopy, 7> wanted{{
+    const std::array<ScaledCopy, 8> wanted{{
+        {wallTile, {0, 0, wallTileWidth, wallTileHeight}, nullptr},
         {casing, kCasing, nullptr},
         {casing, kKeyboardBlock, nullptr},
         {greenScreen, kMonitorGlass, nullptr},
@@ -455,9 +466,10 @@ void ProceduralArt::releaseScaledCopies() {
 }
 
 SDL_Texture* ProceduralArt::scaledCopy(SDL_Texture* source, const Rect& r) const {
+    // Only the size matters: the wall's one tile copy serves every tile.
     for (const ScaledCopy& entry : scaledCopies) {
-        if (entry.source == source && entry.source != nullptr && entry.rect.x == r.x &&
-            entry.rect.y == r.y && entry.rect.w == r.w && entry.rect.h == r.h) {
+        if (entry.source == source && entry.source != nullptr && entry.rect.w == r.w &&
+            entry.rect.h == r.h) {
             return entry.copy;
         }
     }

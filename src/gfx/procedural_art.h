@@ -145,7 +145,7 @@ public:
     // Paints and uploads every texture and makes their scaled copies; true
     // when all nine were created. Any earlier set is released first.
     bool build(SDL_Renderer* renderer);
-    // (Re)makes the copies of the textures the terminal stretches, each at
+    // (Re)makes the copies of the textures the room and terminal draw, each at
     // the size its rectangle covers on the renderer's output, so a frame
     // copies them pixel for pixel instead of stretching them anew. Needed
     // again when the output size changes or the renderer loses the contents
@@ -153,7 +153,7 @@ public:
     // and the textures are stretched every frame, as before.
     void makeScaledCopies(SDL_Renderer* renderer);
     void releaseScaledCopies();
-    // The copy of `source` made for rectangle `r`, or null.
+    // The copy of `source` made for a rectangle of r's size, or null.
     SDL_Texture* scaledCopy(SDL_Texture* source, const Rect& r) const;
     // The same, with the upload step supplied by the caller. Textures are
     // painted in a fixed order and each buffer is dropped as soon as it is
@@ -186,9 +186,10 @@ public:
         Rect rect{};
         SDL_Texture* copy = nullptr;
     };
-    // The casing twice (monitor and keyboard block), both glasses, the rail,
-    // the strip and the room's darkening.
-    std::array<ScaledCopy, 7> scaledCopies{};
+    // The wall tile (at its own size), the casing twice (monitor and
+    // keyboard block), both glasses, the rail, the strip and the room's
+    // darkening.
+    std::array<ScaledCopy, 8> scaledCopies{};
 };
 
 }  // namespace vorn

@@ -17,6 +17,48 @@ constexpr Color kNeckDark = rgb(214, 207, 188);
 constexpr Color kKnobFace = rgb(214, 207, 188);
 constexpr Color kLampHousing = rgb(40, 30, 20);
 
+// The rows of a filled rounded rectangle between its corners, across its
+// whole width: every pixel there is certainly painted.
+Rect solidBand(const Rect& r, int radius) {
+    const int rr = std::min(std::min(r.w, r.h) / 2, radius);
+    return {r.x, r.y + rr, r.w, r.h - 2 * rr};
+}
+
+// The outer face of the bezel and its band: whatever is drawn inside that
+// band before the face is painted over by it, opaque, a moment later.
+constexpr Rect kOuterFace{189, 28, 988, 712};
+constexpr int kOuterFaceRadius = 26;
+
+// Makes the draw once for each piece of the canvas around `hidden` (above,
+// below, left and right of it), clipped to that piece, so it lands everywhere
+// but inside `hidden`, each pixel once. Used only where an opaque fill covers
+// `hidden` before anything else is drawn there to be seen, so the picture is
+// the same while far fewer pixels are touched. Where the canvas is scaled
+// onto the output the pieces' edges would round and could overlap, so there
+// the draw is made whole.
+template <typename Draw>
+void drawAround(Graphics& g, const Rect& hidden, Draw draw) {
+    if (!g.oneToOne()) {
+        draw();
+        return;
+    }
+    const int bottom = hidden.y + hidden.h;
+    const int right = hidden.x + hidden.w;
+    const Rect pieces[] = {
+        {0, 0, kCanvasWidth, hidden.y},
+        {0, bottom, kCanvasWidth, kCanvasHeight - bottom},
+        {0, hidden.y, hidden.x, hidden.h},
+        {right, hidden.y, kCanvasWidth - right, hidden.h},
+    };
+    for (const Rect& piece : pieces) {
+        if (piece.w > 0 && piece.h > 0) {
+            g.clip(piece);
+            draw();
+        }
+    }
+    g.noClip();
+}
+
 // The keyboard block in front of the monitor: a soft shadow, the plastic,
 // and a darker rim.
 void drawKeyboardBlock(Graphics& g, const ProceduralArt& art) {
@@ -51,7 +93,8 @@ void drawFloorShadow(Graphics& g) {
 }
 
 void drawCasing(Graphics& g, const ProceduralArt& art) {
-    g.roundRect({193, 36, 1004, 632}, 46, kCasingShadow, true);
+    drawAround(g, solidBand(kOuterFace, kOuterFaceRadius),
+               [&] { g.roundRect({193, 36, 1004, 632}, 46, kCasingShadow, true); });
     if (art.casing != nullptr) {
         stretchInto(g, art, art.casing, kCasing);
     } else {
@@ -64,23 +107,35 @@ void drawCasing(Graphics& g, const ProceduralArt& art) {
 // Ten nested faces step in and darken towards the glass, which gives the
 // bezel its depth. The outer face is taller than the casing: it is the chin
 // the controls sit on, and it deliberately covers the casing's highlight bar.
+// Each face is drawn around the band of the next one (the last around the
+// glass recess's), which paints over it at once.
+Rect faceRect(int i) {
+    const double t = i / 10.0;
+    return {189 + static_cast<int>(46.0 * t), 28 + static_cast<int>(40.0 * t),
+            988 - static_cast<int>(92.0 * t), 712 - static_cast<int>(80.0 * t)};
+}
+int faceRadius(int i) { return 26 - static_cast<int>(12.0 * (i / 10.0)); }
+
 void drawFrontFace(Graphics& g) {
     for (int i = 0; i < 10; ++i) {
         const double t = i / 10.0;
-        const Rect face{189 + static_cast<int>(46.0 * t), 28 + static_cast<int>(40.0 * t),
-                        988 - static_cast<int>(92.0 * t), 712 - static_cast<int>(80.0 * t)};
-        g.roundRect(face, 26 - static_cast<int>(12.0 * t),
-                    rgb(static_cast<int>(232.0 - 112.0 * t), static_cast<int>(226.0 - 112.0 * t),
-                        static_cast<int>(208.0 - 110.0 * t)),
-                    true);
+        const Rect face = faceRect(i);
+        const Color colour =
+            rgb(static_cast<int>(232.0 - 112.0 * t), static_cast<int>(226.0 - 112.0 * t),
+                static_cast<int>(208.0 - 110.0 * t));
+        const Rect covered =
+            i < 9 ? solidBand(faceRect(i + 1), faceRadius(i + 1)) : solidBand(kGlassRecessRect, 16);
+        drawAround(g, covered, [&] { g.roundRect(face, faceRadius(i), colour, true); });
     }
 }
 
 void drawScreen(Graphics& g, const ProceduralArt& art, Color screenColor) {
-    g.roundRect(kGlassRecessRect, 16, kGlassRecess, true);
     if (SDL_Texture* glass = art.screenFor(screenColor)) {
+        // The opaque glass covers its whole rectangle next.
+        drawAround(g, kMonitorGlass, [&] { g.roundRect(kGlassRecessRect, 16, kGlassRecess, true); });
         stretchInto(g, art, glass, kMonitorGlass);
     } else {
+        g.roundRect(kGlassRecessRect, 16, kGlassRecess, true);
         g.roundRect(kMonitorGlass, 14, screenColor, true);
     }
     g.roundRect(kMonitorGlass, 14, kScreenRim, false);
@@ -111,11 +166,22 @@ void stretchInto(Graphics& g, const ProceduralArt& art, SDL_Texture* tex, const 
     g.blitCentered(copy != nullptr ? copy : tex, r.x + r.w / 2, r.y + r.h / 2, r.w, r.h);
 }
 
-void drawRoom(Graphics& g, const ProceduralArt& art) {
+void drawRoom(Graphics& g, const ProceduralArt& art) { drawRoomAround(g, art, nullptr); }
+
+void drawRoomAround(Graphics& g, const ProceduralArt& art, const Rect* hidden) {
+    // Only copies made at their drawn size are clipped: a clipped stretch
+    // could round its source differently.
+    const auto copyAround = [&](SDL_Texture* tex, const Rect& r) {
+        if (hidden != nullptr && art.scaledCopy(tex, r) != nullptr) {
+            drawAround(g, *hidden, [&] { stretchInto(g, art, tex, r); });
+        } else {
+            stretchInto(g, art, tex, r);
+        }
+    };
     if (art.wallTile != nullptr) {
         for (int y = 0; y < kCanvasHeight; y += art.wallTileHeight) {
             for (int x = 0; x < kCanvasWidth; x += art.wallTileWidth) {
-                stretchInto(g, art, art.wallTile, {x, y, art.wallTileWidth, art.wallTileHeight});
+                copyAround(art.wallTile, {x, y, art.wallTileWidth, art.wallTileHeight});
             }
         }
     } else {
@@ -133,12 +199,14 @@ void drawRoom(Graphics& g, const ProceduralArt& art) {
     }
     // Last, so the rail and the strip fade into the corners with the wall.
     if (art.roomOverlay != nullptr) {
-        stretchInto(g, art, art.roomOverlay, {0, 0, kCanvasWidth, kCanvasHeight});
+        copyAround(art.roomOverlay, {0, 0, kCanvasWidth, kCanvasHeight});
     }
 }
 
 void drawTerminal(Graphics& g, const ProceduralArt& art, Color screenColor) {
-    drawRoom(g, art);
+    // The monitor's outer face will cover most of the room.
+    const Rect hidden = solidBand(kOuterFace, kOuterFaceRadius);
+    drawRoomAround(g, art, &hidden);
     drawKeyboardBlock(g, art);
     drawNeck(g);
     drawFloorShadow(g);

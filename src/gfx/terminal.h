@@ -45,6 +45,10 @@ void stretchInto(Graphics& g, const ProceduralArt& art, SDL_Texture* tex, const 
 // The wall, the rail with its bolts, the hazard strip and the darkening
 // towards the corners, in that order.
 void drawRoom(Graphics& g, const ProceduralArt& art);
+// The same, leaving out of the wall and the darkening whatever lies inside
+// `hidden` (when not null), which the caller paints over, opaque, before
+// anything drawn there could show.
+void drawRoomAround(Graphics& g, const ProceduralArt& art, const Rect* hidden);
 
 // The room with the monitor in front of it. The screen colour picks the
 // glass: red when its red byte beats its green byte, green otherwise; it is

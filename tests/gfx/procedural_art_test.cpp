@@ -363,9 +363,11 @@ TEST(ProceduralArtSet, EveryStretchedPieceGetsACopyOfItsRectanglesSize) {
         EXPECT_EQ(w, want.rect.w);
         EXPECT_EQ(h, want.rect.h);
     }
-    // The wall is tiled at its own size and needs none; nor does a rectangle
-    // nobody draws.
-    EXPECT_EQ(art.scaledCopy(art.wallTile, {0, 0, 512, 288}), nullptr);
+    // The wall is tiled at its own size: one copy of that size serves every
+    // tile. A size nobody draws has none.
+    EXPECT_NE(art.scaledCopy(art.wallTile, {0, 0, 512, 288}), nullptr);
+    EXPECT_EQ(art.scaledCopy(art.wallTile, {1024, 576, 512, 288}),
+              art.scaledCopy(art.wallTile, {0, 0, 512, 288}));
     EXPECT_EQ(art.scaledCopy(art.casing, {181, 20, 1004, 631}), nullptr);
     art.releaseScaledCopies();
     EXPECT_EQ(art.scaledCopy(art.casing, {181, 20, 1004, 632}), nullptr);
