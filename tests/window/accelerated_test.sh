@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Runs the accelerated-renderer pixel checks in a real window on a virtual X
+# display (Mesa's OpenGL). Exits 77 (skipped) when Xvfb is missing.
+#   accelerated_test.sh TEST_PROGRAM
+set -uo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+program=$1
+command -v Xvfb >/dev/null 2>&1 || { echo "Xvfb missing: skipped"; exit 77; }
+source "$here/x_display.sh"
+start_virtual_display
+trap 'kill $xvfb_pid 2>/dev/null' EXIT
+SDL_VIDEODRIVER=x11 SDL_AUDIODRIVER=dummy VORN_ACCELERATED_WINDOW=1 \
+  "$program" --gtest_filter='AcceleratedRenderer.*'
