@@ -7,7 +7,7 @@
 // with text in place of images, or in silence.
 
 #include "app/game_types.h"
-#include "app/input_state.h"
+#include "base/input_state.h"
 #include "audio/audio_system.h"
 #include "data/level_catalogue.h"
 #include "data/save_data.h"

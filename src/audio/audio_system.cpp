@@ -1,7 +1,7 @@
 #include "audio/audio_system.h"
 
 #include "data/file_paths.h"
-#include "stations/draw_rules.h"
+#include "base/draw_rules.h"
 
 #include <SDL.h>
 

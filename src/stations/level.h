@@ -5,9 +5,9 @@
 // or Failed (or the clock runs out). Stations are plain state: their fields
 // are public so the tests and the automatic player can read them directly.
 
-#include "app/input_state.h"
+#include "base/input_state.h"
 #include "gfx/geometry.h"
-#include "stations/draw_rules.h"
+#include "base/draw_rules.h"
 
 #include <cstdint>
 #include <string>

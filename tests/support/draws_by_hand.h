@@ -3,7 +3,7 @@
 // station test can say which numbers a seed must give without leaning on the
 // very functions the stations use.
 
-#include "stations/draw_rules.h"
+#include "base/draw_rules.h"
 
 #include <cstdint>
 

@@ -8,7 +8,7 @@
 // each station's solver proves it can clear the station within its clock.
 
 #include "app/game_types.h"
-#include "app/input_state.h"
+#include "base/input_state.h"
 #include "audio/audio_system.h"
 #include "data/level_catalogue.h"
 #include "stations/level.h"

@@ -1,4 +1,4 @@
-#include "stations/draw_rules.h"
+#include "base/draw_rules.h"
 
 namespace vorn {
 

@@ -2,7 +2,7 @@
 // starts 3499211612, 581869302, 3890346734, 3586334585, ...), so a seed gives
 // the same layouts on every platform.
 
-#include "stations/draw_rules.h"
+#include "base/draw_rules.h"
 
 #include <gtest/gtest.h>
 
