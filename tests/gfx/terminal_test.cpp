@@ -211,9 +211,24 @@ TEST_F(Monitor, KnobsLampBadgeAndPlateSitOnTheChin) {
 TEST_F(Monitor, MakersPlateReadsVornCoMkIv) {
     canvas.useGameFonts();
     drawTerminal(g, art, palette::greenScreen);
-    EXPECT_TRUE(showsInkBox(canvas, {560, 706, 246, 28},
-                          {"VORN CO. Mk.IV", 683, 720, TextSize::Small, kPlateInk, true, true},
-                          Seen::direct));
+    // The plate's row of the chin holds only the nested faces, from the
+    // outermost (232, 226, 208) at t = 0 to the innermost at t = 0.9, and the
+    // plate's lettering on them.
+    EXPECT_TRUE(showsDrawing(
+        canvas, {560, 705, 246, 25},
+        [](Graphics& paint) {
+            for (int i = 0; i < 10; ++i) {
+                const double t = i / 10.0;
+                paint.roundRect({189 + static_cast<int>(46 * t), 28 + static_cast<int>(40 * t),
+                                 988 - static_cast<int>(92 * t), 712 - static_cast<int>(80 * t)},
+                                26 - static_cast<int>(12 * t),
+                                rgb(static_cast<int>(232 - 112 * t), static_cast<int>(226 - 112 * t),
+                                    static_cast<int>(208 - 110 * t)),
+                                true);
+            }
+            paint.text("VORN CO. Mk.IV", 683, 720, TextSize::Small, rgb(120, 114, 98), true, true);
+        },
+        Seen::direct));
 }
 
 TEST(FlatMonitor, WithoutTexturesCasingIsFlatBeigeAndGlassIsARoundedFlatScreenColour) {

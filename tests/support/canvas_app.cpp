@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <string>
 
 namespace vorn::test {
 
@@ -134,17 +135,11 @@ InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen se
     return span;
 }
 
-::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const Rect& area,
-                                     const TextCall& call, Color background, Seen seen) {
-    SoftwareCanvas scratch;
-    scratch.useGameFonts();
-    scratch.fill(background);
-    if (scratch.graphics.text(call.s, call.x, call.y, call.size, call.c, call.centreX, call.centreY) == 0) {
-        return ::testing::AssertionFailure() << "\"" << call.s << "\" draws nothing on its own";
-    }
-    if (seen == Seen::throughGlass) {
-        scratch.graphics.monitorOverlay();
-    }
+namespace {
+
+// Every pixel of the area against the scratch picture.
+::testing::AssertionResult samePixels(const SoftwareCanvas& canvas, const SoftwareCanvas& scratch,
+                                      const Rect& area, const std::string& said) {
     int differing = 0;
     int firstX = -1;
     int firstY = -1;
@@ -160,41 +155,52 @@ InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen se
     }
     if (differing > 0) {
         return ::testing::AssertionFailure()
-               << "\"" << call.s << "\": " << differing << " pixels of the area differ, the first at ("
-               << firstX << ", " << firstY << ")";
+               << said << ": " << differing << " pixels of the area differ, the first at ("
+               << firstX << ", " << firstY << ") shows " << std::hex << canvas.pixel(firstX, firstY)
+               << " instead of " << scratch.pixel(firstX, firstY);
     }
     return ::testing::AssertionSuccess();
 }
 
-::testing::AssertionResult showsInkBox(const SoftwareCanvas& canvas, const Rect& area,
-                                     const TextCall& call, Seen seen) {
-    // The call drawn alone, from a known corner of a scratch canvas.
-    constexpr int kCornerX = 20;
-    constexpr int kCornerY = 100;
+}  // namespace
+
+::testing::AssertionResult showsTexts(const SoftwareCanvas& canvas, const Rect& area,
+                                      const std::vector<TextCall>& calls, Color background,
+                                      Seen seen) {
     SoftwareCanvas scratch;
     scratch.useGameFonts();
-    scratch.graphics.clear(rgb(0, 0, 0));
-    const int w = scratch.graphics.text(call.s, kCornerX, kCornerY, call.size, call.c, false, false);
-    int textW = 0;
-    int textH = 0;
-    TTF_Font* font = scratch.graphics.fontFor(call.size);
-    if (w == 0 || font == nullptr || TTF_SizeUTF8(font, call.s, &textW, &textH) != 0) {
-        return ::testing::AssertionFailure() << "\"" << call.s << "\" draws nothing on its own";
+    scratch.fill(background);
+    std::string said;
+    for (const TextCall& call : calls) {
+        if (scratch.graphics.text(call.s, call.x, call.y, call.size, call.c, call.centreX,
+                                  call.centreY) == 0) {
+            return ::testing::AssertionFailure() << "\"" << call.s << "\" draws nothing on its own";
+        }
+        said += said.empty() ? "\"" : " + \"";
+        said += call.s;
+        said += "\"";
     }
-    const InkSpan alone = inkSpan(scratch, {0, 0, kCanvasWidth, kCanvasHeight}, call.c, Seen::direct);
-    const int originX = call.x - (call.centreX ? textW / 2 : 0);
-    const int originY = call.y - (call.centreY ? textH / 2 : 0);
-    const InkSpan want{alone.left - kCornerX + originX, alone.right - kCornerX + originX,
-                       alone.top - kCornerY + originY, alone.bottom - kCornerY + originY};
-    const InkSpan shown = inkSpan(canvas, area, call.c, seen);
-    if (std::abs(shown.left - want.left) > 1 || std::abs(shown.right - want.right) > 1 ||
-        std::abs(shown.top - want.top) > 1 || std::abs(shown.bottom - want.bottom) > 1) {
-        return ::testing::AssertionFailure()
-               << "\"" << call.s << "\": ink spans x " << shown.left << ".." << shown.right << ", y "
-               << shown.top << ".." << shown.bottom << "; expected x " << want.left << ".."
-               << want.right << ", y " << want.top << ".." << want.bottom;
+    if (seen == Seen::throughGlass) {
+        scratch.graphics.monitorOverlay();
     }
-    return ::testing::AssertionSuccess();
+    return samePixels(canvas, scratch, area, said);
+}
+
+::testing::AssertionResult showsDrawing(const SoftwareCanvas& canvas, const Rect& area,
+                                        const std::function<void(Graphics&)>& paint, Seen seen) {
+    SoftwareCanvas scratch;
+    scratch.useGameFonts();
+    scratch.fill(rgb(0, 0, 0));
+    paint(scratch.graphics);
+    if (seen == Seen::throughGlass) {
+        scratch.graphics.monitorOverlay();
+    }
+    return samePixels(canvas, scratch, area, "the drawing");
+}
+
+::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const Rect& area,
+                                     const TextCall& call, Color background, Seen seen) {
+    return showsTexts(canvas, area, {call}, background, seen);
 }
 
 }  // namespace vorn::test
