@@ -50,14 +50,14 @@ TEST(NoticeFrames, FiredAndVictoryShareTheTerminalAndOnlyTheGlassDiffers) {
 TEST(NoticeFrames, BothNoticesKeepTheGlassOverlay) {
     CanvasApp fired({false, true, true});
     fired.show(GameScreen::fired);
-    EXPECT_TRUE(shows(fired.canvas, 400, 300, palette::redScreen)) << std::hex << fired.pixel(400, 300);
-    EXPECT_NE(fired.pixel(400, 300), palette::redScreen);   // a scan line
-    EXPECT_TRUE(shows(fired.canvas, 250, 384, palette::redScreen));   // the shaded edge
-    EXPECT_NE(fired.pixel(250, 384), palette::redScreen);
+    EXPECT_TRUE(shows(fired.canvas, 400, 300, screen_ink::redScreen)) << std::hex << fired.pixel(400, 300);
+    EXPECT_NE(fired.pixel(400, 300), screen_ink::redScreen);   // a scan line
+    EXPECT_TRUE(shows(fired.canvas, 250, 384, screen_ink::redScreen));   // the shaded edge
+    EXPECT_NE(fired.pixel(250, 384), screen_ink::redScreen);
     CanvasApp victory({false, true, true});
     victory.show(GameScreen::victory);
-    EXPECT_TRUE(shows(victory.canvas, 400, 300, palette::greenScreen));
-    EXPECT_NE(victory.pixel(400, 300), palette::greenScreen);
+    EXPECT_TRUE(shows(victory.canvas, 400, 300, screen_ink::greenScreen));
+    EXPECT_NE(victory.pixel(400, 300), screen_ink::greenScreen);
 }
 
 TEST(FiredNotice, HeadlineAndOfficeLine) {
@@ -188,27 +188,27 @@ TEST(VictoryNotice, OnVornNoCardAndTheCompanySaysWhy) {
 TEST(FlatTerminal, WithoutTexturesRoomCasingAndGlassAreFlatAndThereAreNoBolts) {
     CanvasApp flat({false, true, true});
     flat.show(GameScreen::title);
-    EXPECT_EQ(flat.pixel(60, 300), kFlatWall);
-    EXPECT_EQ(flat.pixel(1300, 700), kFlatWall);
-    EXPECT_EQ(flat.pixel(683, 760), kFlatWall);   // no hazard strip
+    EXPECT_EQ(flat.pixel(60, 300), screen_ink::flatWall);
+    EXPECT_EQ(flat.pixel(1300, 700), screen_ink::flatWall);
+    EXPECT_EQ(flat.pixel(683, 760), screen_ink::flatWall);   // no hazard strip
     // No rail, so no bolts: not even their tops above the monitor.
     for (int x = 30; x < 1366; x += 90) {
-        ASSERT_EQ(flat.pixel(x, 17), kFlatWall) << x;
+        ASSERT_EQ(flat.pixel(x, 17), screen_ink::flatWall) << x;
     }
-    EXPECT_EQ(flat.pixel(184, 300), palette::casingBeige);
-    EXPECT_EQ(flat.pixel(600, 745), palette::casingBeige);
-    EXPECT_EQ(flat.pixel(400, 200), palette::greenScreen);
+    EXPECT_EQ(flat.pixel(184, 300), screen_ink::casingBeige);
+    EXPECT_EQ(flat.pixel(600, 745), screen_ink::casingBeige);
+    EXPECT_EQ(flat.pixel(400, 200), screen_ink::greenScreen);
     // The flat glass is rounded: its corner shows the recess.
-    EXPECT_TRUE(shows(flat.canvas, 248, 79, kGlassRecess));
-    EXPECT_TRUE(shows(flat.canvas, 300, 79, palette::greenScreen));
+    EXPECT_TRUE(shows(flat.canvas, 248, 79, screen_ink::glassRecess));
+    EXPECT_TRUE(shows(flat.canvas, 300, 79, screen_ink::greenScreen));
 }
 
 TEST(FlatTerminal, FlatFiredGlassIsTheRedScreenColour) {
     CanvasApp flat({false, true, true});
     flat.show(GameScreen::fired);
-    EXPECT_EQ(flat.pixel(400, 200), palette::redScreen);
-    EXPECT_EQ(flat.pixel(184, 300), palette::casingBeige);
-    EXPECT_EQ(flat.pixel(60, 300), kFlatWall);
+    EXPECT_EQ(flat.pixel(400, 200), screen_ink::redScreen);
+    EXPECT_EQ(flat.pixel(184, 300), screen_ink::casingBeige);
+    EXPECT_EQ(flat.pixel(60, 300), screen_ink::flatWall);
 }
 
 }  // namespace

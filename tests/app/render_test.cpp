@@ -24,7 +24,7 @@ TEST(RenderDispatch, TheIntroIsPlainBlack) {
     CanvasApp shot;
     shot.show(GameScreen::intro);
     for (const auto& p : {std::pair{0, 0}, {683, 100}, {683, 384}, {1365, 767}}) {
-        EXPECT_EQ(shot.pixel(p.first, p.second), palette::black) << p.first << "," << p.second;
+        EXPECT_EQ(shot.pixel(p.first, p.second), screen_ink::black) << p.first << "," << p.second;
     }
 }
 
@@ -33,12 +33,12 @@ TEST(RenderDispatch, SplashAndShiftCardsHaveNoRoomMonitorOrGlass) {
     shot.app.shiftCardPhase = 0;
     shot.show(GameScreen::shiftCard, 1.0);
     // The glare would lift this row off black; the room would fill the corner.
-    EXPECT_EQ(shot.pixel(683, 100), palette::black);
-    EXPECT_EQ(shot.pixel(30, 20), palette::black);
-    EXPECT_EQ(shot.pixel(184, 300), palette::black);
+    EXPECT_EQ(shot.pixel(683, 100), screen_ink::black);
+    EXPECT_EQ(shot.pixel(30, 20), screen_ink::black);
+    EXPECT_EQ(shot.pixel(184, 300), screen_ink::black);
     shot.show(GameScreen::splash, 1.0);
-    EXPECT_EQ(shot.pixel(683, 100), palette::black);
-    EXPECT_EQ(shot.pixel(30, 20), palette::black);
+    EXPECT_EQ(shot.pixel(683, 100), screen_ink::black);
+    EXPECT_EQ(shot.pixel(30, 20), screen_ink::black);
 }
 
 TEST(RenderDispatch, TerminalScreensAreCoveredByTheGlass) {
@@ -46,10 +46,10 @@ TEST(RenderDispatch, TerminalScreensAreCoveredByTheGlass) {
     for (GameScreen screen : {GameScreen::title, GameScreen::station, GameScreen::victory}) {
         flat.show(screen);
         // A scan line across the flat green glass.
-        EXPECT_TRUE(shows(flat.canvas, kClearX, 300, palette::greenScreen))
+        EXPECT_TRUE(shows(flat.canvas, kClearX, 300, screen_ink::greenScreen))
             << static_cast<int>(screen) << std::hex << " " << flat.pixel(kClearX, 300);
-        EXPECT_NE(flat.pixel(kClearX, 300), palette::greenScreen);
-        EXPECT_EQ(flat.pixel(kClearX, kClearY), palette::greenScreen);
+        EXPECT_NE(flat.pixel(kClearX, 300), screen_ink::greenScreen);
+        EXPECT_EQ(flat.pixel(kClearX, kClearY), screen_ink::greenScreen);
     }
 }
 
@@ -58,9 +58,45 @@ TEST(RenderDispatch, BoltsShowThroughTheRoomsDarkening) {
     shot.show(GameScreen::title);
     // Bolts clear of the monitor, which stands in front of the rail.
     for (int x : {30, 120, 1200, 1290}) {
-        EXPECT_TRUE(near(opaque(shot.pixel(x, 20)), roomLens().through(kBoltColor, x, 20), 3))
+        EXPECT_TRUE(near(opaque(shot.pixel(x, 20)), roomLens().through(screen_ink::bolt, x, 20), 3))
             << x << std::hex << " " << shot.pixel(x, 20);
     }
+}
+
+// ---- shift cards, as the application picks them ----
+
+::testing::AssertionResult cardShows(const CanvasApp& shot, const char* heading, Color headingInk,
+                                     const char* subtitle, Color subtitleInk) {
+    return showsTexts(shot.canvas, {0, 0, 1366, 768},
+                      {{heading, 683, 364, TextSize::Giant, headingInk, true, true},
+                       {subtitle, 683, 432, TextSize::Normal, subtitleInk, true, true}},
+                      screen_ink::black, Seen::direct);
+}
+
+TEST(ShiftCardScreen, ShowsTheCardOfTheRunsPhase) {
+    CanvasApp shot;
+    shot.app.shiftCardPhase = 0;
+    shot.show(GameScreen::shiftCard, 1.0);
+    EXPECT_TRUE(cardShows(shot, "PROBATION", screen_ink::gold, "Report to your station.", screen_ink::brass));
+    shot.app.shiftCardPhase = 1;
+    shot.show(GameScreen::shiftCard, 1.0);
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", screen_ink::gold, "Probation complete. The real work begins.",
+                          screen_ink::brass));
+    shot.app.shiftCardPhase = 2;
+    shot.show(GameScreen::shiftCard, 1.0);
+    EXPECT_TRUE(cardShows(shot, "OVERTIME", screen_ink::alarmRed, "Clock's against you now. No mercy.",
+                          screen_ink::brass));
+}
+
+TEST(ShiftCardScreen, FadesWithTheTimeOnTheScreen) {
+    CanvasApp shot;
+    shot.app.shiftCardPhase = 1;
+    shot.show(GameScreen::shiftCard, 0.2);   // half way in
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", rgb(127, 108, 53), "Probation complete. The real work begins.",
+                          rgb(99, 77, 26)));
+    shot.show(GameScreen::shiftCard, 2.9);   // three quarters of the way out: a quarter left
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", rgb(63, 54, 26), "Probation complete. The real work begins.",
+                          rgb(49, 38, 13)));
 }
 
 // ---- splash ----
@@ -92,28 +128,28 @@ TEST_F(Splash, StaysBlackUntilRevealed) {
     useWhiteLogo(512, 100);
     shot.app.splashRevealed = false;
     shot.show(GameScreen::splash, 1.4);
-    EXPECT_EQ(shot.pixel(683, 384), palette::black);
+    EXPECT_EQ(shot.pixel(683, 384), screen_ink::black);
 }
 
 TEST_F(Splash, LogoIsAlways956PixelsWideAroundTheCentre) {
     useWhiteLogo(512, 100);
     revealAt(1.5, 2.5);
     const Color white = rgb(255, 255, 255);
-    EXPECT_EQ(shot.pixel(204, 384), palette::black);
+    EXPECT_EQ(shot.pixel(204, 384), screen_ink::black);
     EXPECT_EQ(shot.pixel(205, 384), white);
     EXPECT_EQ(shot.pixel(1160, 384), white);
-    EXPECT_EQ(shot.pixel(1161, 384), palette::black);
+    EXPECT_EQ(shot.pixel(1161, 384), screen_ink::black);
     // Height 100 scaled by 956 / 512 is 186 rows, from 384 - 93.
-    EXPECT_EQ(shot.pixel(683, 290), palette::black);
+    EXPECT_EQ(shot.pixel(683, 290), screen_ink::black);
     EXPECT_EQ(shot.pixel(683, 291), white);
     EXPECT_EQ(shot.pixel(683, 476), white);
-    EXPECT_EQ(shot.pixel(683, 477), palette::black);
+    EXPECT_EQ(shot.pixel(683, 477), screen_ink::black);
 }
 
 TEST_F(Splash, LogoFadesInOverFourTenthsOfASecondFromTheReveal) {
     useWhiteLogo(512, 100);
     revealAt(1.5, 1.5);
-    EXPECT_EQ(shot.pixel(683, 384), palette::black);
+    EXPECT_EQ(shot.pixel(683, 384), screen_ink::black);
     revealAt(1.5, 1.7);   // half way: alpha 127
     EXPECT_TRUE(near(opaque(shot.pixel(683, 384)), rgb(127, 127, 127), 2)) << std::hex << shot.pixel(683, 384);
     revealAt(1.5, 1.9);
@@ -127,10 +163,10 @@ TEST_F(Splash, ShippedLogoStaysWithinItsWidth) {
     revealAt(0.0, 1.0);
     int lit = 0;
     for (int y = 0; y < 768; ++y) {
-        ASSERT_EQ(shot.pixel(204, y), palette::black) << y;
-        ASSERT_EQ(shot.pixel(1161, y), palette::black) << y;
+        ASSERT_EQ(shot.pixel(204, y), screen_ink::black) << y;
+        ASSERT_EQ(shot.pixel(1161, y), screen_ink::black) << y;
         for (int x = 205; x < 1161; x += 7) {
-            lit += shot.pixel(x, y) != palette::black ? 1 : 0;
+            lit += shot.pixel(x, y) != screen_ink::black ? 1 : 0;
         }
     }
     EXPECT_GT(lit, 1000);

@@ -15,7 +15,7 @@ class ScreenPieces : public ::testing::Test {
 protected:
     void SetUp() override {
         canvas.useGameFonts();
-        g.clear(palette::black);
+        g.clear(screen_ink::black);
     }
     int redPeak(const Rect& area) const {
         int peak = 0;
@@ -76,11 +76,11 @@ TEST_F(ScreenPieces, ShiftCardFadesItsColourTowardsBlackNotItsAlpha) {
     drawShiftCard(g, 1, 0.2);   // half way in: every channel halved, truncated
     EXPECT_TRUE(cardReads(canvas, "SHIFT STARTS", rgb(127, 108, 53), "Probation complete. The real work begins.",
                           rgb(99, 77, 26)));
-    g.clear(palette::black);
+    g.clear(screen_ink::black);
     drawShiftCard(g, 2, 2.8);   // half way out
     EXPECT_TRUE(cardReads(canvas, "OVERTIME", rgb(127, 29, 21), "Clock's against you now. No mercy.",
                           rgb(99, 77, 26)));
-    g.clear(palette::black);
+    g.clear(screen_ink::black);
     drawShiftCard(g, 0, 0.1);   // a quarter in
     EXPECT_TRUE(cardReads(canvas, "PROBATION", rgb(63, 54, 26), "Report to your station.", rgb(49, 38, 13)));
 }
@@ -138,7 +138,7 @@ TEST_F(ScreenPieces, FooterProgressOfEqualWidthIsToldApart) {
     drawStationFooter(g, "HARD", false, 2, 5);
     EXPECT_TRUE(footerReads(canvas, "MODE: HARD", screen_ink::gold, "STATION 2 / 5"));
     EXPECT_FALSE(footerReads(canvas, "MODE: HARD", screen_ink::gold, "STATION 3 / 4"));
-    g.clear(palette::black);
+    g.clear(screen_ink::black);
     drawStationFooter(g, "HARD", false, 3, 4);
     EXPECT_TRUE(footerReads(canvas, "MODE: HARD", screen_ink::gold, "STATION 3 / 4"));
     EXPECT_FALSE(footerReads(canvas, "MODE: HARD", screen_ink::gold, "STATION 2 / 5"));
@@ -152,8 +152,6 @@ TEST_F(ScreenPieces, FooterModeIsRedOnVorn) {
 
 // ---- the clock ----
 
-constexpr Rect kClockDigits{1038, 634, 43, 34};
-
 TEST_F(ScreenPieces, ClockSitsInTwoRings) {
     drawClock(g, 9.5, 0.0, false);
     EXPECT_EQ(canvas.pixel(1059 + 22, 651), screen_ink::clockRim);
@@ -166,7 +164,7 @@ TEST_F(ScreenPieces, ClockCountsWholeSecondsUpwardsInTwoDigits) {
     drawClock(g, 9.2, 0.0, false);
     SoftwareCanvas reference;
     reference.useGameFonts();
-    reference.graphics.clear(palette::black);
+    reference.graphics.clear(screen_ink::black);
     reference.graphics.circle(1059, 651, 24, screen_ink::clockRim, true);
     reference.graphics.circle(1059, 651, 20, screen_ink::clockFace, true);
     reference.graphics.text("10", 1059, 651, TextSize::Normal, screen_ink::terminalGreen, true, true);
@@ -180,12 +178,12 @@ TEST_F(ScreenPieces, ClockCountsWholeSecondsUpwardsInTwoDigits) {
 TEST_F(ScreenPieces, ClockShowsZeroZeroOnceTimeIsUpAndNeverANegativeNumber) {
     SoftwareCanvas reference;
     reference.useGameFonts();
-    reference.graphics.clear(palette::black);
+    reference.graphics.clear(screen_ink::black);
     reference.graphics.circle(1059, 651, 24, screen_ink::clockRim, true);
     reference.graphics.circle(1059, 651, 20, screen_ink::clockFace, true);
     reference.graphics.text("00", 1059, 651, TextSize::Normal, screen_ink::terminalGreen, true, true);
     for (double left : {0.0, -0.4, -3.0}) {
-        g.clear(palette::black);
+        g.clear(screen_ink::black);
         drawClock(g, left, 0.0, false);
         for (int y = 620; y < 680; ++y) {
             for (int x = 1030; x < 1090; ++x) {
@@ -196,27 +194,27 @@ TEST_F(ScreenPieces, ClockShowsZeroZeroOnceTimeIsUpAndNeverANegativeNumber) {
 }
 
 TEST(ClockColour, GreenUntilTheLastThreeSeconds) {
-    EXPECT_EQ(clockColor(9.0, 0.0, false), palette::terminalGreen);
-    EXPECT_EQ(clockColor(3.01, 0.0, false), palette::terminalGreen);   // still shows 4
+    EXPECT_EQ(clockColor(9.0, 0.0, false), screen_ink::terminalGreen);
+    EXPECT_EQ(clockColor(3.01, 0.0, false), screen_ink::terminalGreen);   // still shows 4
 }
 
 TEST(ClockColour, BlinksRedOnEvenSixthsAndGoldOnOddOnesInTheLastThreeSeconds) {
-    EXPECT_EQ(clockColor(3.0, 0.0, false), palette::alarmRed);
-    EXPECT_EQ(clockColor(2.5, 0.1, false), palette::alarmRed);    // sixth 0
-    EXPECT_EQ(clockColor(2.5, 0.2, false), palette::gold);        // sixth 1
-    EXPECT_EQ(clockColor(2.5, 0.34, false), palette::alarmRed);   // sixth 2
-    EXPECT_EQ(clockColor(0.01, 1.0, false), palette::alarmRed);   // sixth 6
-    EXPECT_EQ(clockColor(0.01, 1.17, false), palette::gold);      // sixth 7
+    EXPECT_EQ(clockColor(3.0, 0.0, false), screen_ink::alarmRed);
+    EXPECT_EQ(clockColor(2.5, 0.1, false), screen_ink::alarmRed);    // sixth 0
+    EXPECT_EQ(clockColor(2.5, 0.2, false), screen_ink::gold);        // sixth 1
+    EXPECT_EQ(clockColor(2.5, 0.34, false), screen_ink::alarmRed);   // sixth 2
+    EXPECT_EQ(clockColor(0.01, 1.0, false), screen_ink::alarmRed);   // sixth 6
+    EXPECT_EQ(clockColor(0.01, 1.17, false), screen_ink::gold);      // sixth 7
 }
 
 TEST(ClockColour, GreenAgainOnceTimeIsUp) {
-    EXPECT_EQ(clockColor(0.0, 0.0, false), palette::terminalGreen);
-    EXPECT_EQ(clockColor(-1.0, 0.2, false), palette::terminalGreen);
+    EXPECT_EQ(clockColor(0.0, 0.0, false), screen_ink::terminalGreen);
+    EXPECT_EQ(clockColor(-1.0, 0.2, false), screen_ink::terminalGreen);
 }
 
 TEST(ClockColour, NeverBlinksOnVorn) {
     for (double t = 0.0; t < 1.0; t += 0.05) {
-        ASSERT_EQ(clockColor(2.5, t, true), palette::terminalGreen) << t;
+        ASSERT_EQ(clockColor(2.5, t, true), screen_ink::terminalGreen) << t;
     }
 }
 
@@ -231,10 +229,10 @@ constexpr Rect kClockFaceSquare{1045, 637, 29, 29};
 TEST_F(ScreenPieces, ClockDigitsTakeTheBlinkColour) {
     drawClock(g, 2.5, 0.2, false);
     EXPECT_TRUE(clockReads(canvas, "03", screen_ink::gold));
-    g.clear(palette::black);
+    g.clear(screen_ink::black);
     drawClock(g, 2.5, 0.0, false);
     EXPECT_TRUE(clockReads(canvas, "03", screen_ink::alarmRed));
-    g.clear(palette::black);
+    g.clear(screen_ink::black);
     drawClock(g, 2.5, 0.0, true);
     EXPECT_TRUE(clockReads(canvas, "03", screen_ink::terminalGreen));
 }

@@ -30,6 +30,14 @@ constexpr Color instruction = rgb(255, 170, 46);
 constexpr Color footerBand = rgb(22, 50, 21);
 constexpr Color clockRim = rgb(99, 77, 26);
 constexpr Color clockFace = rgb(20, 20, 20);
+// The room and the monitor around the glass.
+constexpr Color flatWall = rgb(42, 37, 25);
+constexpr Color bolt = rgb(159, 123, 42);
+constexpr Color casingBeige = rgb(216, 199, 156);
+constexpr Color casingOutline = rgb(170, 162, 142);
+constexpr Color casingHighlight = rgb(232, 226, 208);
+constexpr Color plateInk = rgb(120, 114, 98);
+constexpr Color glassRecess = rgb(18, 18, 20);
 // The notices.
 constexpr Color firedReason = rgb(229, 153, 41);
 constexpr Color firedNoReason = rgb(204, 46, 33);
