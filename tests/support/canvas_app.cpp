@@ -4,9 +4,6 @@
 
 #include <SDL_ttf.h>
 
-#include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <string>
 
 namespace vorn::test {
@@ -108,31 +105,6 @@ const PixelLens& roomLens() {
 bool shows(const SoftwareCanvas& canvas, int x, int y, Color c, Seen seen) {
     const Color expected = seen == Seen::throughGlass ? glassLens().through(c, x, y) : c;
     return near(opaque(canvas.pixel(x, y)), opaque(expected), kBlendTolerance);
-}
-
-int countInk(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen seen) {
-    int count = 0;
-    for (int y = area.y; y < area.y + area.h; ++y) {
-        for (int x = area.x; x < area.x + area.w; ++x) {
-            count += shows(canvas, x, y, c, seen) ? 1 : 0;
-        }
-    }
-    return count;
-}
-
-InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen seen) {
-    InkSpan span;
-    for (int y = area.y; y < area.y + area.h; ++y) {
-        for (int x = area.x; x < area.x + area.w; ++x) {
-            if (shows(canvas, x, y, c, seen)) {
-                span.left = span.left < 0 ? x : std::min(span.left, x);
-                span.right = std::max(span.right, x);
-                span.top = span.top < 0 ? y : span.top;
-                span.bottom = y;
-            }
-        }
-    }
-    return span;
 }
 
 namespace {

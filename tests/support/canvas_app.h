@@ -69,23 +69,6 @@ enum class Seen { direct, throughGlass };
 // blends).
 bool shows(const SoftwareCanvas& canvas, int x, int y, Color c, Seen seen = Seen::throughGlass);
 
-// How many pixels of the rectangle show colour c: the cores of glyphs drawn
-// in c, or a filled area.
-int countInk(const SoftwareCanvas& canvas, const Rect& area, Color c,
-             Seen seen = Seen::throughGlass);
-
-// The box around the ink of colour c in the rectangle: its leftmost and
-// rightmost columns, its top and bottom rows; all -1 when there is none.
-struct InkSpan {
-    int left = -1;
-    int right = -1;
-    int top = -1;
-    int bottom = -1;
-    int width() const { return left < 0 ? 0 : right - left + 1; }
-};
-InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c,
-                Seen seen = Seen::throughGlass);
-
 // One call of Graphics::text, as a screen makes it.
 struct TextCall {
     const char* s;
