@@ -126,6 +126,10 @@ TEST(FiredNotice, CountKeepsEveryDigitOfSixAndMore) {
     shot.app.save.timesFired = 0;
     shot.show(GameScreen::fired);
     EXPECT_TRUE(counterReads(shot, "000000"));
+    // Six is the least, not the most: a seventh digit is kept.
+    shot.app.save.timesFired = 1000001;
+    shot.show(GameScreen::fired);
+    EXPECT_TRUE(counterReads(shot, "1000001"));
 }
 
 TEST(VictoryNotice, HeadlineAndSubtitle) {
