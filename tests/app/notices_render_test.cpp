@@ -5,24 +5,23 @@
 #include "gfx/screens.h"
 #include "gfx/terminal.h"
 #include "support/canvas_app.h"
+#include "support/screen_palette.h"
 
 #include <gtest/gtest.h>
 
 namespace vorn::test {
 namespace {
 
-constexpr Rect kReasonRow{300, 366, 766, 26};
-constexpr Rect kNoCardRow{300, 376, 766, 26};
-constexpr Color kReasonInk = rgb(229, 153, 41);
-constexpr Color kNoReasonInk = rgb(204, 46, 33);
-constexpr Color kNoCardInk = rgb(216, 144, 39);
-constexpr Color kCardInk = rgb(20, 20, 20);
-
-// Every line of the notices is centred on x 683 and on its own y.
-::testing::AssertionResult showsLine(const CanvasApp& shot, const Rect& area, const char* s, int y,
-                                     TextSize size, Color c) {
-    return showsInkBox(shot.canvas, area, {s, 683, y, size, c, true, true});
-}
+// The notices' lines are read without textures, on the flat glass. Each area
+// spans the glass from side to side (clear of its rounded corners) between
+// two neighbouring pieces, so it holds only the lines named for it.
+constexpr Rect kTopOfGlass{262, 92, 842, 265};      // office line and FIRED / headline
+constexpr Rect kReasonBand{262, 358, 842, 78};       // down to the counter box
+constexpr Rect kCounterInside{554, 439, 259, 59};    // inside the brass outline
+constexpr Rect kBottomOfGlass{262, 505, 842, 170};   // the last line
+constexpr Rect kVictoryTop{262, 92, 842, 262};       // headline and subtitle, above the card
+constexpr Rect kCardInside{543, 359, 281, 89};       // inside the card's outline and corners
+constexpr Rect kCardBand{262, 358, 842, 92};         // the card's rows when there is no card
 
 // Points of the monitor and room outside the glass: keyboard block and its
 // rim, casing, faces, recess, knobs, lamp, badge, plate, wall and rail.
@@ -51,86 +50,141 @@ TEST(NoticeFrames, FiredAndVictoryShareTheTerminalAndOnlyTheGlassDiffers) {
 TEST(NoticeFrames, BothNoticesKeepTheGlassOverlay) {
     CanvasApp fired({false, true, true});
     fired.show(GameScreen::fired);
-    EXPECT_TRUE(shows(fired.canvas, 400, 300, palette::redScreen)) << std::hex << fired.pixel(400, 300);
-    EXPECT_NE(fired.pixel(400, 300), palette::redScreen);   // a scan line
-    EXPECT_TRUE(shows(fired.canvas, 250, 384, palette::redScreen));   // the shaded edge
-    EXPECT_NE(fired.pixel(250, 384), palette::redScreen);
+    EXPECT_TRUE(shows(fired.canvas, 400, 300, screen_ink::redScreen)) << std::hex << fired.pixel(400, 300);
+    EXPECT_NE(fired.pixel(400, 300), screen_ink::redScreen);   // a scan line
+    EXPECT_TRUE(shows(fired.canvas, 250, 384, screen_ink::redScreen));   // the shaded edge
+    EXPECT_NE(fired.pixel(250, 384), screen_ink::redScreen);
     CanvasApp victory({false, true, true});
     victory.show(GameScreen::victory);
-    EXPECT_TRUE(shows(victory.canvas, 400, 300, palette::greenScreen));
-    EXPECT_NE(victory.pixel(400, 300), palette::greenScreen);
+    EXPECT_TRUE(shows(victory.canvas, 400, 300, screen_ink::greenScreen));
+    EXPECT_NE(victory.pixel(400, 300), screen_ink::greenScreen);
 }
 
 TEST(FiredNotice, HeadlineAndOfficeLine) {
-    CanvasApp shot;
+    CanvasApp shot({false, true, true});
     shot.show(GameScreen::fired);
-    EXPECT_GT(countInk(shot.canvas, {500, 220, 366, 116}, palette::alarmRed), 2000);
-    EXPECT_TRUE(showsLine(shot, {300, 116, 766, 26}, "THE VORN CO. - OFFICE OF TERMINATIONS", 128, TextSize::Normal, palette::amber));
-    EXPECT_TRUE(showsLine(shot, {300, 630, 766, 22}, "> REHIRED. RETURN TO STATION 01.", 640, TextSize::Small, palette::amber));
+    EXPECT_TRUE(showsTexts(shot.canvas, kTopOfGlass,
+                           {{"THE VORN CO. - OFFICE OF TERMINATIONS", 683, 128, TextSize::Normal,
+                             screen_ink::amber, true, true},
+                            {"FIRED", 683, 278, TextSize::Giant, screen_ink::alarmRed, true, true}},
+                           screen_ink::redScreen));
+    EXPECT_TRUE(showsText(shot.canvas, kBottomOfGlass,
+                          {"> REHIRED. RETURN TO STATION 01.", 683, 640, TextSize::Small,
+                           screen_ink::amber, true, true},
+                          screen_ink::redScreen));
 }
 
 TEST(FiredNotice, GivesItsReasonOffVorn) {
-    CanvasApp shot;
-    shot.app.difficulty = Difficulty::hard;
-    shot.show(GameScreen::fired);
-    EXPECT_EQ(countInk(shot.canvas, kReasonRow, kNoReasonInk), 0);
-    EXPECT_TRUE(showsLine(shot, kReasonRow, "YOUR EMPLOYMENT HAS BEEN TERMINATED.", 378, TextSize::Normal, kReasonInk));
+    for (Difficulty d : {Difficulty::easy, Difficulty::medium, Difficulty::hard}) {
+        CanvasApp shot({false, true, true});
+        shot.app.difficulty = d;
+        shot.show(GameScreen::fired);
+        EXPECT_TRUE(showsText(shot.canvas, kReasonBand,
+                              {"YOUR EMPLOYMENT HAS BEEN TERMINATED.", 683, 378, TextSize::Normal,
+                               screen_ink::firedReason, true, true},
+                              screen_ink::redScreen))
+            << static_cast<int>(d);
+    }
 }
 
 TEST(FiredNotice, GivesNoReasonOnVorn) {
-    CanvasApp shot;
+    CanvasApp shot({false, true, true});
     shot.app.difficulty = Difficulty::vorn;
     shot.show(GameScreen::fired);
-    EXPECT_EQ(countInk(shot.canvas, kReasonRow, kReasonInk), 0);
-    EXPECT_TRUE(showsLine(shot, kReasonRow, "[ NO REASON ON FILE ]", 378, TextSize::Normal, kNoReasonInk));
+    EXPECT_TRUE(showsText(shot.canvas, kReasonBand,
+                          {"[ NO REASON ON FILE ]", 683, 378, TextSize::Normal, screen_ink::firedNoReason,
+                           true, true},
+                          screen_ink::redScreen));
+}
+
+::testing::AssertionResult counterReads(const CanvasApp& shot, const char* count) {
+    return showsTexts(shot.canvas, kCounterInside,
+                      {{"TIMES FIRED", 683, 454, TextSize::Small, screen_ink::brass, true, true},
+                       {count, 683, 478, TextSize::Normal, screen_ink::alarmRed, true, true}},
+                      screen_ink::redScreen);
 }
 
 TEST(FiredNotice, CountsTheFiringsInSixDigitsInABrassBox) {
-    CanvasApp shot;
+    CanvasApp shot({false, true, true});
     shot.app.save.timesFired = 42;
     shot.show(GameScreen::fired);
-    EXPECT_TRUE(shows(shot.canvas, 600, 438, palette::brass));
-    EXPECT_TRUE(shows(shot.canvas, 553, 468, palette::brass));
-    EXPECT_TRUE(showsLine(shot, {560, 444, 246, 20}, "TIMES FIRED", 454, TextSize::Small, palette::brass));
-    EXPECT_TRUE(showsLine(shot, {560, 466, 246, 26}, "000042", 478, TextSize::Normal, palette::alarmRed));
+    EXPECT_TRUE(shows(shot.canvas, 600, 438, screen_ink::brass));
+    EXPECT_TRUE(shows(shot.canvas, 553, 468, screen_ink::brass));
+    EXPECT_TRUE(shows(shot.canvas, 813, 468, screen_ink::brass));
+    EXPECT_TRUE(shows(shot.canvas, 600, 498, screen_ink::brass));
+    EXPECT_TRUE(counterReads(shot, "000042"));
+    // A single digit off, at the same width, is told apart.
+    EXPECT_FALSE(counterReads(shot, "000043"));
+    EXPECT_FALSE(counterReads(shot, "000024"));
+}
+
+TEST(FiredNotice, CountKeepsEveryDigitOfSixAndMore) {
+    CanvasApp shot({false, true, true});
+    shot.app.save.timesFired = 908172;
+    shot.show(GameScreen::fired);
+    EXPECT_TRUE(counterReads(shot, "908172"));
+    shot.app.save.timesFired = 0;
+    shot.show(GameScreen::fired);
+    EXPECT_TRUE(counterReads(shot, "000000"));
+    // Six is the least, not the most: a seventh digit is kept.
+    shot.app.save.timesFired = 1000001;
+    shot.show(GameScreen::fired);
+    EXPECT_TRUE(counterReads(shot, "1000001"));
 }
 
 TEST(VictoryNotice, HeadlineAndSubtitle) {
-    CanvasApp shot;
+    CanvasApp shot({false, true, true});
     shot.show(GameScreen::victory);
-    EXPECT_TRUE(showsLine(shot, {300, 186, 766, 64}, "SHIFT COMPLETE", 218, TextSize::Huge, palette::terminalGreen));
-    EXPECT_TRUE(showsLine(shot, {300, 280, 766, 38}, "You survived The Vorn Co.", 298, TextSize::Large, palette::gold));
-    EXPECT_TRUE(showsLine(shot, {300, 640, 766, 22}, "[ click or press any key ]", 650, TextSize::Small, rgb(49, 156, 96)));
+    EXPECT_TRUE(showsTexts(shot.canvas, kVictoryTop,
+                           {{"SHIFT COMPLETE", 683, 218, TextSize::Huge, screen_ink::terminalGreen, true, true},
+                            {"You survived The Vorn Co.", 683, 298, TextSize::Large, screen_ink::gold, true,
+                             true}},
+                           screen_ink::greenScreen));
+    EXPECT_TRUE(showsText(shot.canvas, kBottomOfGlass,
+                          {"[ click or press any key ]", 683, 650, TextSize::Small, screen_ink::dismiss, true,
+                           true},
+                          screen_ink::greenScreen));
 }
 
 TEST(VictoryNotice, AnAwardedCardIsABrassCardWithDarkLettering) {
-    CanvasApp shot;
+    CanvasApp shot({false, true, true});
     shot.app.difficulty = Difficulty::easy;
     shot.app.cardAwarded = true;
     shot.show(GameScreen::victory);
-    EXPECT_TRUE(shows(shot.canvas, 545, 370, palette::brass));
-    EXPECT_TRUE(shows(shot.canvas, 600, 358, palette::gold));
-    EXPECT_TRUE(showsLine(shot, {540, 376, 286, 26}, "CLOCK-IN CARD AWARDED", 388, TextSize::Normal, kCardInk));
-    EXPECT_TRUE(showsLine(shot, {540, 408, 286, 22}, "Continue is now unlocked.", 418, TextSize::Small, kCardInk));
-    EXPECT_EQ(countInk(shot.canvas, kNoCardRow, kNoCardInk), 0);
+    EXPECT_TRUE(shows(shot.canvas, 545, 370, screen_ink::brass));
+    EXPECT_TRUE(shows(shot.canvas, 600, 358, screen_ink::gold));
+    EXPECT_TRUE(shows(shot.canvas, 600, 448, screen_ink::gold));
+    EXPECT_TRUE(showsTexts(shot.canvas, kCardInside,
+                           {{"CLOCK-IN CARD AWARDED", 683, 388, TextSize::Normal, screen_ink::cardLettering,
+                             true, true},
+                            {"Continue is now unlocked.", 683, 418, TextSize::Small, screen_ink::cardLettering,
+                             true, true}},
+                           screen_ink::brass));
 }
 
 TEST(VictoryNotice, WithoutACardTheGlassStaysEmptyAndSaysSo) {
-    CanvasApp shot;
-    shot.app.difficulty = Difficulty::medium;
-    shot.app.cardAwarded = false;
-    shot.show(GameScreen::victory);
-    EXPECT_FALSE(shows(shot.canvas, 545, 370, palette::brass));
-    EXPECT_TRUE(showsLine(shot, kNoCardRow, "No clock-in card this time.", 388, TextSize::Normal, kNoCardInk));
+    for (Difficulty d : {Difficulty::easy, Difficulty::medium, Difficulty::hard}) {
+        CanvasApp shot({false, true, true});
+        shot.app.difficulty = d;
+        shot.app.cardAwarded = false;
+        shot.show(GameScreen::victory);
+        EXPECT_TRUE(showsText(shot.canvas, kCardBand,
+                              {"No clock-in card this time.", 683, 388, TextSize::Normal, screen_ink::noCard,
+                               true, true},
+                              screen_ink::greenScreen))
+            << static_cast<int>(d);
+    }
 }
 
 TEST(VictoryNotice, OnVornNoCardAndTheCompanySaysWhy) {
-    CanvasApp shot;
+    CanvasApp shot({false, true, true});
     shot.app.difficulty = Difficulty::vorn;
     shot.app.cardAwarded = false;
     shot.show(GameScreen::victory);
-    EXPECT_FALSE(shows(shot.canvas, 545, 370, palette::brass));
-    EXPECT_TRUE(showsLine(shot, kNoCardRow, "No card. The Vorn Co. never rewards Vorn.", 388, TextSize::Normal, kNoCardInk));
+    EXPECT_TRUE(showsText(shot.canvas, kCardBand,
+                          {"No card. The Vorn Co. never rewards Vorn.", 683, 388, TextSize::Normal,
+                           screen_ink::noCard, true, true},
+                          screen_ink::greenScreen));
 }
 
 // ---- no textures at all ----
@@ -138,27 +192,27 @@ TEST(VictoryNotice, OnVornNoCardAndTheCompanySaysWhy) {
 TEST(FlatTerminal, WithoutTexturesRoomCasingAndGlassAreFlatAndThereAreNoBolts) {
     CanvasApp flat({false, true, true});
     flat.show(GameScreen::title);
-    EXPECT_EQ(flat.pixel(60, 300), kFlatWall);
-    EXPECT_EQ(flat.pixel(1300, 700), kFlatWall);
-    EXPECT_EQ(flat.pixel(683, 760), kFlatWall);   // no hazard strip
+    EXPECT_EQ(flat.pixel(60, 300), screen_ink::flatWall);
+    EXPECT_EQ(flat.pixel(1300, 700), screen_ink::flatWall);
+    EXPECT_EQ(flat.pixel(683, 760), screen_ink::flatWall);   // no hazard strip
     // No rail, so no bolts: not even their tops above the monitor.
     for (int x = 30; x < 1366; x += 90) {
-        ASSERT_EQ(flat.pixel(x, 17), kFlatWall) << x;
+        ASSERT_EQ(flat.pixel(x, 17), screen_ink::flatWall) << x;
     }
-    EXPECT_EQ(flat.pixel(184, 300), palette::casingBeige);
-    EXPECT_EQ(flat.pixel(600, 745), palette::casingBeige);
-    EXPECT_EQ(flat.pixel(400, 200), palette::greenScreen);
+    EXPECT_EQ(flat.pixel(184, 300), screen_ink::casingBeige);
+    EXPECT_EQ(flat.pixel(600, 745), screen_ink::casingBeige);
+    EXPECT_EQ(flat.pixel(400, 200), screen_ink::greenScreen);
     // The flat glass is rounded: its corner shows the recess.
-    EXPECT_TRUE(shows(flat.canvas, 248, 79, kGlassRecess));
-    EXPECT_TRUE(shows(flat.canvas, 300, 79, palette::greenScreen));
+    EXPECT_TRUE(shows(flat.canvas, 248, 79, screen_ink::glassRecess));
+    EXPECT_TRUE(shows(flat.canvas, 300, 79, screen_ink::greenScreen));
 }
 
 TEST(FlatTerminal, FlatFiredGlassIsTheRedScreenColour) {
     CanvasApp flat({false, true, true});
     flat.show(GameScreen::fired);
-    EXPECT_EQ(flat.pixel(400, 200), palette::redScreen);
-    EXPECT_EQ(flat.pixel(184, 300), palette::casingBeige);
-    EXPECT_EQ(flat.pixel(60, 300), kFlatWall);
+    EXPECT_EQ(flat.pixel(400, 200), screen_ink::redScreen);
+    EXPECT_EQ(flat.pixel(184, 300), screen_ink::casingBeige);
+    EXPECT_EQ(flat.pixel(60, 300), screen_ink::flatWall);
 }
 
 }  // namespace

@@ -6,8 +6,11 @@
 #include "gfx/screens.h"
 #include "gfx/terminal.h"
 #include "support/canvas_app.h"
+#include "support/screen_palette.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace vorn::test {
 namespace {
@@ -21,7 +24,7 @@ TEST(RenderDispatch, TheIntroIsPlainBlack) {
     CanvasApp shot;
     shot.show(GameScreen::intro);
     for (const auto& p : {std::pair{0, 0}, {683, 100}, {683, 384}, {1365, 767}}) {
-        EXPECT_EQ(shot.pixel(p.first, p.second), palette::black) << p.first << "," << p.second;
+        EXPECT_EQ(shot.pixel(p.first, p.second), screen_ink::black) << p.first << "," << p.second;
     }
 }
 
@@ -30,12 +33,12 @@ TEST(RenderDispatch, SplashAndShiftCardsHaveNoRoomMonitorOrGlass) {
     shot.app.shiftCardPhase = 0;
     shot.show(GameScreen::shiftCard, 1.0);
     // The glare would lift this row off black; the room would fill the corner.
-    EXPECT_EQ(shot.pixel(683, 100), palette::black);
-    EXPECT_EQ(shot.pixel(30, 20), palette::black);
-    EXPECT_EQ(shot.pixel(184, 300), palette::black);
+    EXPECT_EQ(shot.pixel(683, 100), screen_ink::black);
+    EXPECT_EQ(shot.pixel(30, 20), screen_ink::black);
+    EXPECT_EQ(shot.pixel(184, 300), screen_ink::black);
     shot.show(GameScreen::splash, 1.0);
-    EXPECT_EQ(shot.pixel(683, 100), palette::black);
-    EXPECT_EQ(shot.pixel(30, 20), palette::black);
+    EXPECT_EQ(shot.pixel(683, 100), screen_ink::black);
+    EXPECT_EQ(shot.pixel(30, 20), screen_ink::black);
 }
 
 TEST(RenderDispatch, TerminalScreensAreCoveredByTheGlass) {
@@ -43,10 +46,10 @@ TEST(RenderDispatch, TerminalScreensAreCoveredByTheGlass) {
     for (GameScreen screen : {GameScreen::title, GameScreen::station, GameScreen::victory}) {
         flat.show(screen);
         // A scan line across the flat green glass.
-        EXPECT_TRUE(shows(flat.canvas, kClearX, 300, palette::greenScreen))
+        EXPECT_TRUE(shows(flat.canvas, kClearX, 300, screen_ink::greenScreen))
             << static_cast<int>(screen) << std::hex << " " << flat.pixel(kClearX, 300);
-        EXPECT_NE(flat.pixel(kClearX, 300), palette::greenScreen);
-        EXPECT_EQ(flat.pixel(kClearX, kClearY), palette::greenScreen);
+        EXPECT_NE(flat.pixel(kClearX, 300), screen_ink::greenScreen);
+        EXPECT_EQ(flat.pixel(kClearX, kClearY), screen_ink::greenScreen);
     }
 }
 
@@ -55,9 +58,45 @@ TEST(RenderDispatch, BoltsShowThroughTheRoomsDarkening) {
     shot.show(GameScreen::title);
     // Bolts clear of the monitor, which stands in front of the rail.
     for (int x : {30, 120, 1200, 1290}) {
-        EXPECT_TRUE(near(opaque(shot.pixel(x, 20)), roomLens().through(kBoltColor, x, 20), 3))
+        EXPECT_TRUE(near(opaque(shot.pixel(x, 20)), roomLens().through(screen_ink::bolt, x, 20), 3))
             << x << std::hex << " " << shot.pixel(x, 20);
     }
+}
+
+// ---- shift cards, as the application picks them ----
+
+::testing::AssertionResult cardShows(const CanvasApp& shot, const char* heading, Color headingInk,
+                                     const char* subtitle, Color subtitleInk) {
+    return showsTexts(shot.canvas, {0, 0, 1366, 768},
+                      {{heading, 683, 364, TextSize::Giant, headingInk, true, true},
+                       {subtitle, 683, 432, TextSize::Normal, subtitleInk, true, true}},
+                      screen_ink::black, Seen::direct);
+}
+
+TEST(ShiftCardScreen, ShowsTheCardOfTheRunsPhase) {
+    CanvasApp shot;
+    shot.app.shiftCardPhase = 0;
+    shot.show(GameScreen::shiftCard, 1.0);
+    EXPECT_TRUE(cardShows(shot, "PROBATION", screen_ink::gold, "Report to your station.", screen_ink::brass));
+    shot.app.shiftCardPhase = 1;
+    shot.show(GameScreen::shiftCard, 1.0);
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", screen_ink::gold, "Probation complete. The real work begins.",
+                          screen_ink::brass));
+    shot.app.shiftCardPhase = 2;
+    shot.show(GameScreen::shiftCard, 1.0);
+    EXPECT_TRUE(cardShows(shot, "OVERTIME", screen_ink::alarmRed, "Clock's against you now. No mercy.",
+                          screen_ink::brass));
+}
+
+TEST(ShiftCardScreen, FadesWithTheTimeOnTheScreen) {
+    CanvasApp shot;
+    shot.app.shiftCardPhase = 1;
+    shot.show(GameScreen::shiftCard, 0.2);   // half way in
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", rgb(127, 108, 53), "Probation complete. The real work begins.",
+                          rgb(99, 77, 26)));
+    shot.show(GameScreen::shiftCard, 2.9);   // three quarters of the way out: a quarter left
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", rgb(63, 54, 26), "Probation complete. The real work begins.",
+                          rgb(49, 38, 13)));
 }
 
 // ---- splash ----
@@ -89,28 +128,28 @@ TEST_F(Splash, StaysBlackUntilRevealed) {
     useWhiteLogo(512, 100);
     shot.app.splashRevealed = false;
     shot.show(GameScreen::splash, 1.4);
-    EXPECT_EQ(shot.pixel(683, 384), palette::black);
+    EXPECT_EQ(shot.pixel(683, 384), screen_ink::black);
 }
 
 TEST_F(Splash, LogoIsAlways956PixelsWideAroundTheCentre) {
     useWhiteLogo(512, 100);
     revealAt(1.5, 2.5);
     const Color white = rgb(255, 255, 255);
-    EXPECT_EQ(shot.pixel(204, 384), palette::black);
+    EXPECT_EQ(shot.pixel(204, 384), screen_ink::black);
     EXPECT_EQ(shot.pixel(205, 384), white);
     EXPECT_EQ(shot.pixel(1160, 384), white);
-    EXPECT_EQ(shot.pixel(1161, 384), palette::black);
+    EXPECT_EQ(shot.pixel(1161, 384), screen_ink::black);
     // Height 100 scaled by 956 / 512 is 186 rows, from 384 - 93.
-    EXPECT_EQ(shot.pixel(683, 290), palette::black);
+    EXPECT_EQ(shot.pixel(683, 290), screen_ink::black);
     EXPECT_EQ(shot.pixel(683, 291), white);
     EXPECT_EQ(shot.pixel(683, 476), white);
-    EXPECT_EQ(shot.pixel(683, 477), palette::black);
+    EXPECT_EQ(shot.pixel(683, 477), screen_ink::black);
 }
 
 TEST_F(Splash, LogoFadesInOverFourTenthsOfASecondFromTheReveal) {
     useWhiteLogo(512, 100);
     revealAt(1.5, 1.5);
-    EXPECT_EQ(shot.pixel(683, 384), palette::black);
+    EXPECT_EQ(shot.pixel(683, 384), screen_ink::black);
     revealAt(1.5, 1.7);   // half way: alpha 127
     EXPECT_TRUE(near(opaque(shot.pixel(683, 384)), rgb(127, 127, 127), 2)) << std::hex << shot.pixel(683, 384);
     revealAt(1.5, 1.9);
@@ -124,10 +163,10 @@ TEST_F(Splash, ShippedLogoStaysWithinItsWidth) {
     revealAt(0.0, 1.0);
     int lit = 0;
     for (int y = 0; y < 768; ++y) {
-        ASSERT_EQ(shot.pixel(204, y), palette::black) << y;
-        ASSERT_EQ(shot.pixel(1161, y), palette::black) << y;
+        ASSERT_EQ(shot.pixel(204, y), screen_ink::black) << y;
+        ASSERT_EQ(shot.pixel(1161, y), screen_ink::black) << y;
         for (int x = 205; x < 1161; x += 7) {
-            lit += shot.pixel(x, y) != palette::black ? 1 : 0;
+            lit += shot.pixel(x, y) != screen_ink::black ? 1 : 0;
         }
     }
     EXPECT_GT(lit, 1000);
@@ -135,15 +174,16 @@ TEST_F(Splash, ShippedLogoStaysWithinItsWidth) {
 
 TEST_F(Splash, WithoutALogoTheStudioIsNamedAtFullStrengthAtOnce) {
     revealAt(1.5, 1.5);   // no fade: full colour at the reveal itself
-    const Rect name{400, 350, 566, 70};
-    EXPECT_GT(countInk(shot.canvas, name, palette::casingBeige, Seen::direct), 100);
-    EXPECT_TRUE(showsInkBox(shot.canvas, name,
-                          {"ZEMBRILUX", 683, 384, TextSize::Large, palette::casingBeige, true, true},
-                          Seen::direct));
+    // Nothing but the name on the whole black canvas.
+    EXPECT_TRUE(showsText(shot.canvas, {0, 0, 1366, 768},
+                          {"ZEMBRILUX", 683, 384, TextSize::Large, screen_ink::splashName, true, true},
+                          screen_ink::black, Seen::direct));
 }
 
 // ---- title terminal ----
 
+// The title drawn without textures, so the glass behind its lines is the flat
+// green screen colour.
 class Title : public ::testing::Test {
 protected:
     void show(int cards, int highlighted) {
@@ -151,80 +191,118 @@ protected:
         shot.app.menuIndex = highlighted;
         shot.show(GameScreen::title);
     }
-    // Where the label of menu row i sits.
-    static Rect label(int i) { return {560, 356 + 46 * i, 246, 28}; }
+    // Inside the outline of menu row i: only the label on the row's colour.
+    static Rect insideRow(int i) { return {536, 353 + 46 * i, 295, 33}; }
+    // The label of row i as it should read, on its row.
+    ::testing::AssertionResult rowReads(int i, const char* label, Color ink, bool lit) const {
+        return showsText(shot.canvas, insideRow(i), {label, 683, 369 + 46 * i, TextSize::Normal, ink, true, true},
+                         lit ? screen_ink::menuHighlight : screen_ink::greenScreen);
+    }
 
-    CanvasApp shot;
+    CanvasApp shot{{false, true, true}};
 };
 
 TEST_F(Title, HeaderBandAndItsGreenLine) {
     show(0, 0);
-    EXPECT_TRUE(shows(shot.canvas, 1000, 152, palette::darkPanel));
-    EXPECT_TRUE(shows(shot.canvas, 683, 94, palette::brass));
-    EXPECT_TRUE(showsInkBox(shot.canvas, {300, 116, 766, 32},
+    EXPECT_TRUE(shows(shot.canvas, 1000, 152, screen_ink::darkPanel));
+    EXPECT_TRUE(shows(shot.canvas, 683, 94, screen_ink::brass));
+    // The whole band inside its outline, clear of the rounded corners.
+    EXPECT_TRUE(showsText(shot.canvas, {272, 95, 822, 75},
                           {"// EMPLOYMENT TERMINAL v8.31 //", 683, 132, TextSize::Normal,
-                           palette::terminalGreen, true, true}));
+                           screen_ink::terminalGreen, true, true},
+                          screen_ink::darkPanel));
 }
 
-TEST_F(Title, LogoLinesAreGold) {
+TEST_F(Title, LogoLinesReadTheVornCoInGold) {
     show(0, 0);
-    EXPECT_GT(countInk(shot.canvas, {620, 180, 126, 36}, palette::gold), 100);    // THE
-    EXPECT_GT(countInk(shot.canvas, {560, 200, 246, 110}, palette::gold), 2000);  // VORN
-    EXPECT_GT(countInk(shot.canvas, {630, 280, 106, 48}, palette::gold), 300);    // CO.
+    // Everything between the header band and the first menu row.
+    EXPECT_TRUE(showsTexts(shot.canvas, {262, 172, 842, 176},
+                           {{"THE", 683, 198, TextSize::Large, screen_ink::gold, true, true},
+                            {"VORN", 683, 253, TextSize::Giant, screen_ink::gold, true, true},
+                            {"CO.", 683, 303, TextSize::Huge, screen_ink::gold, true, true}},
+                           screen_ink::greenScreen));
 }
 
 TEST_F(Title, HighlightedRowIsFilledAndOutlinedInTerminalGreen) {
     show(0, 0);
-    EXPECT_TRUE(shows(shot.canvas, 545, 356, kMenuHighlight));
-    EXPECT_TRUE(shows(shot.canvas, 600, 350, palette::terminalGreen));
+    EXPECT_TRUE(shows(shot.canvas, 545, 356, screen_ink::menuHighlight));
+    EXPECT_TRUE(shows(shot.canvas, 600, 350, screen_ink::terminalGreen));
     // Row 2 is only outlined, in dim green, over the glass.
-    EXPECT_FALSE(shows(shot.canvas, 545, 448, kMenuHighlight));
-    EXPECT_TRUE(shows(shot.canvas, 600, 442, palette::dimGreen));
+    EXPECT_FALSE(shows(shot.canvas, 545, 448, screen_ink::menuHighlight));
+    EXPECT_TRUE(shows(shot.canvas, 600, 442, screen_ink::dimGreen));
 }
 
 TEST_F(Title, HighlightFollowsTheMenuIndex) {
     show(0, 2);
-    EXPECT_TRUE(shows(shot.canvas, 545, 448, kMenuHighlight));
-    EXPECT_TRUE(shows(shot.canvas, 600, 442, palette::terminalGreen));
-    EXPECT_FALSE(shows(shot.canvas, 545, 356, kMenuHighlight));
-    EXPECT_TRUE(shows(shot.canvas, 600, 350, palette::dimGreen));
+    EXPECT_TRUE(shows(shot.canvas, 545, 448, screen_ink::menuHighlight));
+    EXPECT_TRUE(shows(shot.canvas, 600, 442, screen_ink::terminalGreen));
+    EXPECT_FALSE(shows(shot.canvas, 545, 356, screen_ink::menuHighlight));
+    EXPECT_TRUE(shows(shot.canvas, 600, 350, screen_ink::dimGreen));
+    EXPECT_TRUE(rowReads(2, "NEW: HARD", screen_ink::terminalGreen, true));
+    EXPECT_TRUE(rowReads(0, "NEW: EASY", screen_ink::terminalGreen, false));
 }
 
-TEST_F(Title, OnlyTheVornLabelIsRed) {
+TEST_F(Title, WithoutACardFiveRowsReadTheDifficultiesAndQuitWithOnlyVornInRed) {
     show(0, 0);
-    for (int i = 0; i < 5; ++i) {
-        const bool vorn = i == 3;
-        EXPECT_EQ(countInk(shot.canvas, label(i), palette::alarmRed) > 20, vorn) << i;
-        EXPECT_EQ(countInk(shot.canvas, label(i), palette::terminalGreen) > 20, !vorn) << i;
-    }
+    EXPECT_TRUE(rowReads(0, "NEW: EASY", screen_ink::terminalGreen, true));
+    EXPECT_TRUE(rowReads(1, "NEW: MEDIUM", screen_ink::terminalGreen, false));
+    EXPECT_TRUE(rowReads(2, "NEW: HARD", screen_ink::terminalGreen, false));
+    EXPECT_TRUE(rowReads(3, "NEW: VORN", screen_ink::alarmRed, false));
+    EXPECT_TRUE(rowReads(4, "QUIT", screen_ink::terminalGreen, false));
+    // No sixth row: the glass below QUIT is empty down to the footer.
+    EXPECT_TRUE(showsDrawing(shot.canvas, {300, 582, 766, 36},
+                             [](Graphics& g) { g.clear(screen_ink::greenScreen); }));
 }
 
 TEST_F(Title, ACardPutsContinueFirstAndMovesTheVornLabelDown) {
     show(1, 0);
-    EXPECT_TRUE(showsInkBox(shot.canvas, label(0),
-                          {"> CONTINUE", 683, 369, TextSize::Normal, palette::terminalGreen, true, true}));
-    EXPECT_EQ(countInk(shot.canvas, label(3), palette::alarmRed), 0);
-    EXPECT_GT(countInk(shot.canvas, label(4), palette::alarmRed), 20);
+    EXPECT_TRUE(rowReads(0, "> CONTINUE", screen_ink::terminalGreen, true));
+    EXPECT_TRUE(rowReads(1, "NEW: EASY", screen_ink::terminalGreen, false));
+    EXPECT_TRUE(rowReads(2, "NEW: MEDIUM", screen_ink::terminalGreen, false));
+    EXPECT_TRUE(rowReads(3, "NEW: HARD", screen_ink::terminalGreen, false));
+    EXPECT_TRUE(rowReads(4, "NEW: VORN", screen_ink::alarmRed, false));
+    EXPECT_TRUE(rowReads(5, "QUIT", screen_ink::terminalGreen, false));
     // Six rows: the last one, QUIT, is outlined at y 580.
-    EXPECT_TRUE(shows(shot.canvas, 600, 580, palette::dimGreen));
+    EXPECT_TRUE(shows(shot.canvas, 600, 580, screen_ink::dimGreen));
+}
+
+// The footer line and the build, the only things on the glass below the menu.
+::testing::AssertionResult footerReads(CanvasApp& shot, const char* counts) {
+    const int left = 1103 - shot.app.graphics.textWidth("v0.01", TextSize::Small);
+    return showsTexts(shot.canvas, {262, 630, 842, 46},
+                      {{counts, 683, 660, TextSize::Small, screen_ink::titleFooter, true, true},
+                       {"v0.01", left, 664, TextSize::Small, screen_ink::amber, false, false}},
+                      screen_ink::greenScreen);
 }
 
 TEST_F(Title, FooterCountsFiredAndCards) {
     shot.app.save.timesFired = 12;
     show(3, 0);
-    char expected[96];
-    Graphics::formatInto(expected, sizeof expected, "TIMES FIRED: %ld    CLOCK-IN CARDS: %d", 12L, 3);
-    EXPECT_TRUE(showsInkBox(shot.canvas, {300, 646, 766, 28},
-                          {expected, 683, 660, TextSize::Small, kTitleFooterInk, true, true}));
+    EXPECT_TRUE(footerReads(shot, "TIMES FIRED: 12    CLOCK-IN CARDS: 3"));
+}
+
+TEST_F(Title, FooterTellsCountsOfEqualWidthApart) {
+    shot.app.save.timesFired = 7;
+    show(0, 0);
+    EXPECT_TRUE(footerReads(shot, "TIMES FIRED: 7    CLOCK-IN CARDS: 0"));
+    EXPECT_FALSE(footerReads(shot, "TIMES FIRED: 8    CLOCK-IN CARDS: 0"));
+    EXPECT_FALSE(footerReads(shot, "TIMES FIRED: 7    CLOCK-IN CARDS: 1"));
+}
+
+TEST_F(Title, FooterCountsALongCareer) {
+    shot.app.save.timesFired = 1234567L;
+    show(12, 0);
+    EXPECT_TRUE(footerReads(shot, "TIMES FIRED: 1234567    CLOCK-IN CARDS: 12"));
 }
 
 TEST_F(Title, BuildEndsAtX1103InAmber) {
     show(0, 0);
-    const Rect corner{1000, 658, 119, 30};
-    const int left = 1103 - shot.app.graphics.textWidth("v0.01", TextSize::Small);
-    EXPECT_TRUE(showsInkBox(shot.canvas, corner, {"v0.01", left, 664, TextSize::Small, palette::amber,
-                                                false, false}));
-    EXPECT_LE(inkSpan(shot.canvas, corner, palette::amber).right, 1103);
+    const int width = shot.app.graphics.textWidth("v0.01", TextSize::Small);
+    ASSERT_GT(width, 20);
+    // The corner right of the footer line holds only the build.
+    EXPECT_TRUE(showsText(shot.canvas, {1000, 640, 104, 36},
+                          {"v0.01", 1103 - width, 664, TextSize::Small, screen_ink::amber, false, false},
+                          screen_ink::greenScreen));
 }
 
 }  // namespace

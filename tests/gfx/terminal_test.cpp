@@ -4,6 +4,7 @@
 #include "gfx/procedural_art.h"
 #include "gfx/terminal.h"
 #include "support/canvas_app.h"
+#include "support/screen_palette.h"
 #include "support/software_canvas.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +16,7 @@ class Room : public ::testing::Test {
 protected:
     void SetUp() override {
         art.build(g.renderer);
-        g.clear(palette::black);
+        g.clear(screen_ink::black);
     }
     void TearDown() override { art.release(); }
 
@@ -44,16 +45,16 @@ TEST_F(Room, BoltsSitOnTheRailEveryNinetyPixelsFromThirty) {
     without(art.roomOverlay);
     drawRoom(g, art);
     for (int x = 30; x < 1366; x += 90) {
-        EXPECT_EQ(canvas.pixel(x, 20), kBoltColor) << x;
-        EXPECT_EQ(canvas.pixel(x - 4, 20), kBoltColor) << x;
-        EXPECT_EQ(canvas.pixel(x + 4, 20), kBoltColor) << x;
-        EXPECT_EQ(canvas.pixel(x, 17), kBoltColor) << x;
-        EXPECT_EQ(canvas.pixel(x, 23), kBoltColor) << x;
-        EXPECT_NE(canvas.pixel(x + 5, 20), kBoltColor) << x;
-        EXPECT_NE(canvas.pixel(x + 45, 20), kBoltColor) << x;
+        EXPECT_EQ(canvas.pixel(x, 20), screen_ink::bolt) << x;
+        EXPECT_EQ(canvas.pixel(x - 4, 20), screen_ink::bolt) << x;
+        EXPECT_EQ(canvas.pixel(x + 4, 20), screen_ink::bolt) << x;
+        EXPECT_EQ(canvas.pixel(x, 17), screen_ink::bolt) << x;
+        EXPECT_EQ(canvas.pixel(x, 23), screen_ink::bolt) << x;
+        EXPECT_NE(canvas.pixel(x + 5, 20), screen_ink::bolt) << x;
+        EXPECT_NE(canvas.pixel(x + 45, 20), screen_ink::bolt) << x;
     }
     // The last bolt is at 1290; the next would be off the canvas.
-    EXPECT_NE(canvas.pixel(1362, 20), kBoltColor);
+    EXPECT_NE(canvas.pixel(1362, 20), screen_ink::bolt);
 }
 
 TEST_F(Room, RailIsStretchedOverTheTopFortyRows) {
@@ -137,7 +138,7 @@ TEST(FlatRoom, WithoutTexturesTheRoomIsOneFlatColourWithNoBolts) {
     drawRoom(canvas.graphics, none);
     for (const auto& p : {std::pair{0, 0}, {30, 20}, {120, 20}, {683, 384}, {683, 755},
                           {1365, 767}}) {
-        EXPECT_EQ(canvas.pixel(p.first, p.second), kFlatWall) << p.first << "," << p.second;
+        EXPECT_EQ(canvas.pixel(p.first, p.second), screen_ink::flatWall) << p.first << "," << p.second;
     }
 }
 
@@ -149,14 +150,14 @@ TEST_F(Monitor, StandsInFrontOfTheRoom) {
     drawRoom(g, art);
     const Color wall = canvas.pixel(60, 300);
     const Color rail = canvas.pixel(30, 20);
-    g.clear(palette::black);
-    drawTerminal(g, art, palette::greenScreen);
+    g.clear(screen_ink::black);
+    drawTerminal(g, art, screen_ink::greenScreen);
     EXPECT_EQ(canvas.pixel(60, 300), wall);
     EXPECT_EQ(canvas.pixel(30, 20), rail);
 }
 
 TEST_F(Monitor, FacesStepInAndDarkenTowardsTheGlass) {
-    drawTerminal(g, art, palette::greenScreen);
+    drawTerminal(g, art, screen_ink::greenScreen);
     EXPECT_EQ(canvas.pixel(190, 384), rgb(232, 226, 208));   // the first face
     EXPECT_EQ(canvas.pixel(209, 384), rgb(187, 181, 164));   // the fifth
     EXPECT_EQ(canvas.pixel(233, 384), rgb(131, 125, 109));   // the last
@@ -164,22 +165,22 @@ TEST_F(Monitor, FacesStepInAndDarkenTowardsTheGlass) {
 }
 
 TEST_F(Monitor, CasingOutlineShowsBesideTheFaces) {
-    drawTerminal(g, art, palette::greenScreen);
-    EXPECT_EQ(canvas.pixel(181, 300), kCasingOutline);
-    EXPECT_EQ(canvas.pixel(1185, 300), kCasingOutline);
+    drawTerminal(g, art, screen_ink::greenScreen);
+    EXPECT_EQ(canvas.pixel(181, 300), screen_ink::casingOutline);
+    EXPECT_EQ(canvas.pixel(1185, 300), screen_ink::casingOutline);
 }
 
 TEST_F(Monitor, GlassRecessRingsTheScreen) {
-    drawTerminal(g, art, palette::greenScreen);
-    EXPECT_EQ(canvas.pixel(241, 384), kGlassRecess);
-    EXPECT_EQ(canvas.pixel(1124, 384), kGlassRecess);
-    EXPECT_EQ(canvas.pixel(683, 72), kGlassRecess);
+    drawTerminal(g, art, screen_ink::greenScreen);
+    EXPECT_EQ(canvas.pixel(241, 384), screen_ink::glassRecess);
+    EXPECT_EQ(canvas.pixel(1124, 384), screen_ink::glassRecess);
+    EXPECT_EQ(canvas.pixel(683, 72), screen_ink::glassRecess);
 }
 
 TEST_F(Monitor, GlassIsRedOnlyWhenTheScreenColoursRedByteBeatsItsGreen) {
-    drawTerminal(g, art, palette::greenScreen);
+    drawTerminal(g, art, screen_ink::greenScreen);
     const Color green = canvas.pixel(683, 384);
-    drawTerminal(g, art, palette::redScreen);
+    drawTerminal(g, art, screen_ink::redScreen);
     const Color red = canvas.pixel(683, 384);
     drawTerminal(g, art, rgb(50, 50, 0));   // a tie keeps the green glass
     const Color tie = canvas.pixel(683, 384);
@@ -189,49 +190,64 @@ TEST_F(Monitor, GlassIsRedOnlyWhenTheScreenColoursRedByteBeatsItsGreen) {
 }
 
 TEST_F(Monitor, KeyboardBlockShowsBelowTheChinWithItsRim) {
-    drawTerminal(g, art, palette::greenScreen);
+    drawTerminal(g, art, screen_ink::greenScreen);
     EXPECT_TRUE(near(canvas.pixel(600, 745), rgb(218, 211, 190), 12)) << std::hex << canvas.pixel(600, 745);
-    EXPECT_EQ(canvas.pixel(600, 750), kCasingOutline);
+    EXPECT_EQ(canvas.pixel(600, 750), screen_ink::casingOutline);
 }
 
 TEST_F(Monitor, KnobsLampBadgeAndPlateSitOnTheChin) {
-    drawTerminal(g, art, palette::greenScreen);
+    drawTerminal(g, art, screen_ink::greenScreen);
     for (int x : {283, 325}) {
-        EXPECT_EQ(canvas.pixel(x, 720), kPlateInk) << x;
+        EXPECT_EQ(canvas.pixel(x, 720), screen_ink::plateInk) << x;
         EXPECT_EQ(canvas.pixel(x + 10, 720), rgb(214, 207, 188)) << x;
-        EXPECT_EQ(canvas.pixel(x + 14, 720), kCasingOutline) << x;
+        EXPECT_EQ(canvas.pixel(x + 14, 720), screen_ink::casingOutline) << x;
     }
-    EXPECT_EQ(canvas.pixel(397, 720), palette::alarmRed);
+    EXPECT_EQ(canvas.pixel(397, 720), screen_ink::alarmRed);
     EXPECT_EQ(canvas.pixel(401, 720), rgb(40, 30, 20));
-    EXPECT_EQ(canvas.pixel(1060, 720), kCasingHighlight);
-    EXPECT_EQ(canvas.pixel(1069, 708), kPlateInk);
-    EXPECT_EQ(canvas.pixel(1069, 732), kPlateInk);
+    EXPECT_EQ(canvas.pixel(1060, 720), screen_ink::casingHighlight);
+    EXPECT_EQ(canvas.pixel(1069, 708), screen_ink::plateInk);
+    EXPECT_EQ(canvas.pixel(1069, 732), screen_ink::plateInk);
 }
 
 TEST_F(Monitor, MakersPlateReadsVornCoMkIv) {
     canvas.useGameFonts();
-    drawTerminal(g, art, palette::greenScreen);
-    EXPECT_TRUE(showsInkBox(canvas, {560, 706, 246, 28},
-                          {"VORN CO. Mk.IV", 683, 720, TextSize::Small, kPlateInk, true, true},
-                          Seen::direct));
+    drawTerminal(g, art, screen_ink::greenScreen);
+    // The plate's row of the chin holds only the nested faces, from the
+    // outermost (232, 226, 208) at t = 0 to the innermost at t = 0.9, and the
+    // plate's lettering on them.
+    EXPECT_TRUE(showsDrawing(
+        canvas, {560, 705, 246, 25},
+        [](Graphics& paint) {
+            for (int i = 0; i < 10; ++i) {
+                const double t = i / 10.0;
+                paint.roundRect({189 + static_cast<int>(46 * t), 28 + static_cast<int>(40 * t),
+                                 988 - static_cast<int>(92 * t), 712 - static_cast<int>(80 * t)},
+                                26 - static_cast<int>(12 * t),
+                                rgb(static_cast<int>(232 - 112 * t), static_cast<int>(226 - 112 * t),
+                                    static_cast<int>(208 - 110 * t)),
+                                true);
+            }
+            paint.text("VORN CO. Mk.IV", 683, 720, TextSize::Small, rgb(120, 114, 98), true, true);
+        },
+        Seen::direct));
 }
 
 TEST(FlatMonitor, WithoutTexturesCasingIsFlatBeigeAndGlassIsARoundedFlatScreenColour) {
     SoftwareCanvas canvas;
     const ProceduralArt none;
-    drawTerminal(canvas.graphics, none, palette::greenScreen);
-    EXPECT_EQ(canvas.pixel(184, 300), palette::casingBeige);   // casing
-    EXPECT_EQ(canvas.pixel(600, 745), palette::casingBeige);   // keyboard block
-    EXPECT_EQ(canvas.pixel(683, 384), palette::greenScreen);
-    EXPECT_EQ(canvas.pixel(300, 120), palette::greenScreen);
+    drawTerminal(canvas.graphics, none, screen_ink::greenScreen);
+    EXPECT_EQ(canvas.pixel(184, 300), screen_ink::casingBeige);   // casing
+    EXPECT_EQ(canvas.pixel(600, 745), screen_ink::casingBeige);   // keyboard block
+    EXPECT_EQ(canvas.pixel(683, 384), screen_ink::greenScreen);
+    EXPECT_EQ(canvas.pixel(300, 120), screen_ink::greenScreen);
     // The glass's corners are rounded off: the recess shows there.
-    EXPECT_EQ(canvas.pixel(248, 79), kGlassRecess);
-    EXPECT_EQ(canvas.pixel(1117, 688), kGlassRecess);
+    EXPECT_EQ(canvas.pixel(248, 79), screen_ink::glassRecess);
+    EXPECT_EQ(canvas.pixel(1117, 688), screen_ink::glassRecess);
     // No rail, so no bolts.
-    EXPECT_EQ(canvas.pixel(30, 20), kFlatWall);
+    EXPECT_EQ(canvas.pixel(30, 20), screen_ink::flatWall);
 
-    drawTerminal(canvas.graphics, none, palette::redScreen);
-    EXPECT_EQ(canvas.pixel(683, 384), palette::redScreen);
+    drawTerminal(canvas.graphics, none, screen_ink::redScreen);
+    EXPECT_EQ(canvas.pixel(683, 384), screen_ink::redScreen);
 }
 
 }  // namespace

@@ -69,23 +69,6 @@ enum class Seen { direct, throughGlass };
 // blends).
 bool shows(const SoftwareCanvas& canvas, int x, int y, Color c, Seen seen = Seen::throughGlass);
 
-// How many pixels of the rectangle show colour c: the cores of glyphs drawn
-// in c, or a filled area.
-int countInk(const SoftwareCanvas& canvas, const Rect& area, Color c,
-             Seen seen = Seen::throughGlass);
-
-// The box around the ink of colour c in the rectangle: its leftmost and
-// rightmost columns, its top and bottom rows; all -1 when there is none.
-struct InkSpan {
-    int left = -1;
-    int right = -1;
-    int top = -1;
-    int bottom = -1;
-    int width() const { return left < 0 ? 0 : right - left + 1; }
-};
-InkSpan inkSpan(const SoftwareCanvas& canvas, const Rect& area, Color c,
-                Seen seen = Seen::throughGlass);
-
 // One call of Graphics::text, as a screen makes it.
 struct TextCall {
     const char* s;
@@ -108,9 +91,19 @@ struct TextCall {
                                      const TextCall& call, Color background,
                                      Seen seen = Seen::throughGlass);
 
-// The old, weaker check (only the box around the ink), kept while the
-// screen tests move over to showsText. To be deleted.
-::testing::AssertionResult showsInkBox(const SoftwareCanvas& canvas, const Rect& area,
-                                       const TextCall& call, Seen seen = Seen::throughGlass);
+// The same for lines set so close together that no area holds one alone
+// (the title's stacked logo, a card's heading over its subtitle): all of the
+// calls are drawn, in order, on the one scratch canvas.
+::testing::AssertionResult showsTexts(const SoftwareCanvas& canvas, const Rect& area,
+                                      const std::vector<TextCall>& calls, Color background,
+                                      Seen seen = Seen::throughGlass);
+
+// The same where the text does not stand on a flat colour (the maker's plate
+// across the chin's shaded faces, the clock's digits on its rings): `paint`
+// draws the whole expected picture, with the shipped fonts, on a scratch
+// canvas cleared to black, and every pixel of the area must match it.
+::testing::AssertionResult showsDrawing(const SoftwareCanvas& canvas, const Rect& area,
+                                        const std::function<void(Graphics&)>& paint,
+                                        Seen seen = Seen::throughGlass);
 
 }  // namespace vorn::test
