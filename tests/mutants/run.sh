@@ -35,6 +35,10 @@ cmake -S "$work/tree" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
 echo "mutants: building the unchanged copy"
 cmake --build "$work/build" >"$work/build.log" 2>&1 || { tail -30 "$work/build.log"; exit 1; }
 
+# Only what the tests run is rebuilt for each fault: the test program and the
+# game (some tests start the real executable).
+build_targets() { cmake --build "$work/build" --target vorn_tests vornco >"$work/build.log" 2>&1; }
+
 export SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy
 tests=$work/build/tests/vorn_tests
 run_filter() { timeout 900 "$tests" --gtest_filter="$1" >"$work/run.log" 2>&1; }
@@ -51,7 +55,7 @@ for patch in "${patches[@]}"; do
   if [ -z "${baseline[$filter]+set}" ]; then
     # The previous fault was taken out of the sources but not out of the
     # binary: rebuild before judging the unchanged copy.
-    cmake --build "$work/build" >"$work/build.log" 2>&1 || { tail -30 "$work/build.log"; exit 1; }
+    build_targets || { tail -30 "$work/build.log"; exit 1; }
     if run_filter "$filter"; then baseline[$filter]=ok; else baseline[$filter]=failing; fi
   fi
   if [ "${baseline[$filter]}" != ok ]; then
@@ -62,7 +66,7 @@ for patch in "${patches[@]}"; do
     broken+=("$name: does not apply ($(head -n 1 "$work/apply.log"))")
     continue
   fi
-  if ! cmake --build "$work/build" >"$work/build.log" 2>&1; then
+  if ! build_targets; then
     broken+=("$name: does not build")
   elif run_filter "$filter"; then
     survived+=("$name: $what")
@@ -74,7 +78,7 @@ for patch in "${patches[@]}"; do
   fi
   (cd "$work/tree" && git apply -R "$patch")
 done
-cmake --build "$work/build" >/dev/null 2>&1 || true
+build_targets || true
 
 echo "mutants: ${caught} caught, ${#survived[@]} survived, ${#broken[@]} broken, of ${#patches[@]}"
 for line in "${survived[@]}" "${broken[@]}"; do echo "  $line"; done
