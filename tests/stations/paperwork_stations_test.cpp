@@ -217,6 +217,18 @@ TEST(EulaStation, TextIsDrawnOnlyInsideTheBox) {
     EXPECT_GT(inkIn(kTop + 20, kTop + 60), 0);
 }
 
+TEST(EulaStation, TheTextScrollsOnTheClickFrameBeforeTheClickIsJudged) {
+    // The way out at 221 answers a click that lands at once; a click whose
+    // frame first scrolls it one pixel up, onto the deaf edge at 220, does not.
+    Desk<EulaLevel> now;
+    placeExitLine(now.level, 31);
+    EXPECT_EQ(pressAt(now, 263 + 100, kTop + 36), LevelResult::Solved);
+    Desk<EulaLevel> late;
+    placeExitLine(late.level, 31);
+    EXPECT_EQ(late.press(263 + 100, kTop + 36, 1.0 / 26.0), LevelResult::Running);
+    EXPECT_EQ(late.sounds, Sounds{});
+}
+
 TEST(EulaStation, AScrollOfExactlyOneLoopIsNotYetWrapped) {
     Desk<EulaLevel> d;
     d.level.scroll = 396.0;
