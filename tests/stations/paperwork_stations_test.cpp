@@ -45,6 +45,20 @@ LevelResult pressCentre(Desk<T>& d, const Rect& r) {
 
 using Sounds = std::vector<std::string>;
 
+// Holds the button down over a spot for a few frames without the press edge
+// (the button went down elsewhere, earlier) and lets go there: only a press
+// counts, so nothing may happen and nothing may sound.
+template <typename T>
+void holdWithoutPressing(Desk<T>& d, int x, int y) {
+    d.pointAt(x, y);
+    for (int i = 0; i < 3; ++i) {
+        d.in.mouseDown = true;
+        EXPECT_EQ(d.step(0.0), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(d.release(x, y, 0.0), LevelResult::Running) << x << "," << y;
+    EXPECT_EQ(d.sounds, Sounds{}) << x << "," << y;
+}
+
 // The raw outputs a fresh engine of this seed gives, in order.
 std::uint32_t nthRaw(std::uint32_t seed, int n) {
     Rng ref(seed);
@@ -227,6 +241,13 @@ TEST(EulaStation, TheTextScrollsOnTheClickFrameBeforeTheClickIsJudged) {
     placeExitLine(late.level, 31);
     EXPECT_EQ(late.press(263 + 100, kTop + 36, 1.0 / 26.0), LevelResult::Running);
     EXPECT_EQ(late.sounds, Sounds{});
+}
+
+TEST(EulaStation, OnlyAPressCountsNotAButtonHeldOverTheWayOutOrTheButton) {
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 150);
+    holdWithoutPressing(d, 263 + 100, kTop + 155);
+    holdWithoutPressing(d, 683, 586);
 }
 
 TEST(EulaStation, AScrollOfExactlyOneLoopIsNotYetWrapped) {
@@ -432,6 +453,13 @@ TEST(SettingsStation, TheToggleClicksEachTimeAndProceedingAfterTwoFlipsPassesAlo
     EXPECT_EQ(d.soundsSince(2), Sounds{"pass"});
 }
 
+TEST(SettingsStation, OnlyAPressCountsNotAButtonHeldOverTheToggleOrProceed) {
+    Desk<SettingsLevel> d;
+    holdWithoutPressing(d, 558, 268);
+    EXPECT_FALSE(d.level.enabled);
+    holdWithoutPressing(d, 683, 574);
+}
+
 TEST(SettingsStation, ProceedingWithTheToggleLeftOffPlaysThePassSoundAlone) {
     Desk<SettingsLevel> d;
     EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Solved);
@@ -568,6 +596,12 @@ TEST(QuizStation, TheBlankBoxPlaysThePassSoundAlone) {
     Desk<QuizLevel> d(3);
     EXPECT_EQ(pressCentre(d, d.level.boxes[d.level.answer]), LevelResult::Solved);
     EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(QuizStation, OnlyAPressCountsNotAButtonHeldOverABox) {
+    Desk<QuizLevel> d(3);
+    holdWithoutPressing(d, 683, 260 + 124 + 23);   // the blank box 2
+    holdWithoutPressing(d, 683, 260 + 23);         // box 0
 }
 
 TEST(QuizStation, EachLabelledBoxPlaysTheFailSoundAlone) {
@@ -735,6 +769,12 @@ TEST(StroopStation, TheInksSwatchAndEveryOtherPlayTheFailSoundAlone) {
     }
 }
 
+TEST(StroopStation, OnlyAPressCountsNotAButtonHeldOverASwatch) {
+    Desk<StroopLevel> d;
+    holdWithoutPressing(d, 884, 460);   // RED, the word's
+    holdWithoutPressing(d, 750, 460);   // AMBER, the ink's
+}
+
 TEST(StroopStation, ClicksBesideTheSwatchesMakeNoSound) {
     // Swatches at x 427, 561, 695, 829 and y 405, 110 square: the gaps
     // between them, their bottom edge, the word itself and the hint.
@@ -847,6 +887,12 @@ TEST(StampStation, RejectedPlaysThePassSoundAloneAndApprovedTheFailSoundAlone) {
         pressCentre(fail, set ? fail.level.rightPad : fail.level.leftPad);
         EXPECT_EQ(fail.sounds, Sounds{"fail"}) << set;
     }
+}
+
+TEST(StampStation, OnlyAPressCountsNotAButtonHeldOverAPad) {
+    Desk<StampLevel> d;
+    holdWithoutPressing(d, 473, 405);
+    holdWithoutPressing(d, 893, 405);
 }
 
 TEST(StampStation, ClicksBesideThePadsMakeNoSound) {
@@ -994,6 +1040,13 @@ TEST(ReverseStation, EachButtonPressClicksAndTheLastOneAlsoPasses) {
     EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Running);
     EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Solved);
     EXPECT_EQ(d.soundsSince(6), (Sounds{"click", "pass"}));
+}
+
+TEST(ReverseStation, OnlyAPressCountsNotAButtonHeldOverAButton) {
+    Desk<ReverseLevel> d;
+    holdWithoutPressing(d, 583, 582);
+    holdWithoutPressing(d, 783, 582);
+    EXPECT_DOUBLE_EQ(d.level.position, 0.5);
 }
 
 TEST(ReverseStation, APressAgainstTheClampStillClicks) {
@@ -1144,6 +1197,12 @@ TEST_F(GenericStation, EveryOtherTilePlaysTheFailSoundAlone) {
             << i;
         EXPECT_EQ(d.sounds, Sounds{"fail"}) << i;
     }
+}
+
+TEST_F(GenericStation, OnlyAPressCountsNotAButtonHeldOverATile) {
+    Desk<GenericLevel> d;
+    holdWithoutPressing(d, 683, 399);   // the odd tile 4
+    holdWithoutPressing(d, 509, 265);   // tile 0
 }
 
 TEST_F(GenericStation, ClicksBetweenTilesMakeNoSound) {
