@@ -9,6 +9,10 @@
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/station_bench.h"
+#include "support/station_desk.h"
+#include "support/station_sounds.h"
+#include "support/text_probe.h"
+#include "support/timing_pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -16,39 +20,44 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace vorn {
 namespace {
 
-// One station driven directly: set up in the game's play area with a seeded
-// engine, updated with hand-filled input and a never-opened (silent) audio.
+// One station on the desk of the test kit: set up in the game's play area
+// with a seeded engine and a station number, driven by hand-filled input, with
+// every sound it asks for logged and every step held to its verdict sound.
 template <typename T>
-struct Desk {
-    explicit Desk(std::uint32_t seed = 5489, std::int32_t number = 0) : rng(seed) {
-        LevelDef def;
-        def.number = number;
-        level.setup(def, rng, kPlayArea);
-    }
+using Desk = test::Desk<T>;
 
-    LevelResult press(int x, int y, double dt = 0.0) {
-        in.mouseX = x;
-        in.mouseY = y;
-        in.mousePressed = true;
-        in.mouseDown = true;
-        const LevelResult r = level.update(dt, in, silent);
-        in.mousePressed = false;
-        in.mouseDown = false;
-        return r;
-    }
-    LevelResult pressCentre(const Rect& r) { return press(r.x + r.w / 2, r.y + r.h / 2); }
-    LevelResult idle(double dt) { return level.update(dt, in, silent); }
+// A press on the spot, with no time passing (the agreement's text stays put).
+template <typename T>
+LevelResult pressAt(Desk<T>& d, int x, int y) {
+    return d.press(x, y, 0.0);
+}
+template <typename T>
+LevelResult pressCentre(Desk<T>& d, const Rect& r) {
+    return d.press(r.x + r.w / 2, r.y + r.h / 2, 0.0);
+}
 
-    T level;
-    Rng rng;
-    AudioSystem silent;
-    InputState in;
-};
+using Sounds = std::vector<std::string>;
+
+// Holds the button down over a spot for a few frames without the press edge
+// (the button went down elsewhere, earlier) and lets go there: only a press
+// counts, so nothing may happen and nothing may sound.
+template <typename T>
+void holdWithoutPressing(Desk<T>& d, int x, int y) {
+    d.pointAt(x, y);
+    for (int i = 0; i < 3; ++i) {
+        d.in.mouseDown = true;
+        EXPECT_EQ(d.step(0.0), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(d.release(x, y, 0.0), LevelResult::Running) << x << "," << y;
+    EXPECT_EQ(d.sounds, Sounds{}) << x << "," << y;
+}
 
 // The raw outputs a fresh engine of this seed gives, in order.
 std::uint32_t nthRaw(std::uint32_t seed, int n) {
@@ -117,8 +126,8 @@ TEST(EulaStation, StationsNumberedTwentyFiveOrMoreScrollAtFortyTwoInsteadOfTwent
     Desk<EulaLevel> late(1, 25);
     EXPECT_DOUBLE_EQ(early.level.speed, 26.0);
     EXPECT_DOUBLE_EQ(late.level.speed, 42.0);
-    early.idle(1.0);
-    late.idle(1.0);
+    early.step(1.0);
+    late.step(1.0);
     EXPECT_DOUBLE_EQ(early.level.scroll, 26.0);
     EXPECT_DOUBLE_EQ(late.level.scroll, 42.0);
 }
@@ -126,10 +135,10 @@ TEST(EulaStation, StationsNumberedTwentyFiveOrMoreScrollAtFortyTwoInsteadOfTwent
 TEST(EulaStation, ScrollWrapsAroundOnceItPassesTheWholeText) {
     Desk<EulaLevel> d(1, 25);
     d.level.scroll = 395.0;
-    d.idle(0.05);   // 395 + 2.1 = 397.1, one loop of 396 later
+    d.step(0.05);   // 395 + 2.1 = 397.1, one loop of 396 later
     EXPECT_NEAR(d.level.scroll, 1.1, 1e-9);
     d.level.scroll = 395.0;
-    d.idle(0.0);
+    d.step(0.0);
     EXPECT_DOUBLE_EQ(d.level.scroll, 395.0);
 }
 
@@ -147,7 +156,7 @@ TEST(EulaStation, TheExitLinePassesInsideTheBandBetweenThirtyAndThirtyPlusViewHe
     for (int offset : {31, 150, 316, 360}) {
         Desk<EulaLevel> d;
         placeExitLine(d.level, offset);
-        EXPECT_EQ(d.press(263 + 100, kTop + offset + 5), LevelResult::Solved) << offset;
+        EXPECT_EQ(pressAt(d, 263 + 100, kTop + offset + 5), LevelResult::Solved) << offset;
     }
 }
 
@@ -159,30 +168,30 @@ TEST(EulaStation, AClickOnTheLineDrawnAtTheVeryTopDoesNothing) {
         Drawn shot(d.level);
         EXPECT_EQ(shot.at(263 + 200, kTop + offset + 18), rgb(49, 156, 96)) << offset;
         // ...and deaf to the click.
-        EXPECT_EQ(d.press(263 + 100, kTop + offset + 5), LevelResult::Running) << offset;
+        EXPECT_EQ(pressAt(d, 263 + 100, kTop + offset + 5), LevelResult::Running) << offset;
     }
     Desk<EulaLevel> d;
     placeExitLine(d.level, 370);   // just below the band
-    EXPECT_EQ(d.press(263 + 100, kTop + 375), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 263 + 100, kTop + 375), LevelResult::Running);
 }
 
 TEST(EulaStation, TheExitLineAnswersOnlyInItsOwnStrip) {
     Desk<EulaLevel> d;
     placeExitLine(d.level, 150);
     const int ly = kTop + 150;
-    EXPECT_EQ(d.press(263 + 29, ly + 5), LevelResult::Running);
-    EXPECT_EQ(d.press(263 + 390, ly + 5), LevelResult::Running);
-    EXPECT_EQ(d.press(263 + 100, ly - 3), LevelResult::Running);
-    EXPECT_EQ(d.press(263 + 100, ly + 20), LevelResult::Running);
-    EXPECT_EQ(d.press(263 + 389, ly + 19), LevelResult::Solved);
+    EXPECT_EQ(pressAt(d, 263 + 29, ly + 5), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 263 + 390, ly + 5), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 263 + 100, ly - 3), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 263 + 100, ly + 20), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 263 + 389, ly + 19), LevelResult::Solved);
     Desk<EulaLevel> e;
     placeExitLine(e.level, 150);
-    EXPECT_EQ(e.press(263 + 30, ly - 2), LevelResult::Solved);
+    EXPECT_EQ(pressAt(e, 263 + 30, ly - 2), LevelResult::Solved);
 }
 
 TEST(EulaStation, AgreeingFails) {
     Desk<EulaLevel> d;
-    EXPECT_EQ(d.pressCentre(d.level.agreeButton), LevelResult::Failed);
+    EXPECT_EQ(pressCentre(d, d.level.agreeButton), LevelResult::Failed);
 }
 
 TEST(EulaStation, DrawsTheExitLineUnderlinedTheOthersSkippedOutsideTheBoxAndTheButton) {
@@ -222,6 +231,164 @@ TEST(EulaStation, TextIsDrawnOnlyInsideTheBox) {
     EXPECT_GT(inkIn(kTop + 20, kTop + 60), 0);
 }
 
+TEST(EulaStation, TheTextScrollsOnTheClickFrameBeforeTheClickIsJudged) {
+    // The way out at 221 answers a click that lands at once; a click whose
+    // frame first scrolls it one pixel up, onto the deaf edge at 220, does not.
+    Desk<EulaLevel> now;
+    placeExitLine(now.level, 31);
+    EXPECT_EQ(pressAt(now, 263 + 100, kTop + 36), LevelResult::Solved);
+    Desk<EulaLevel> late;
+    placeExitLine(late.level, 31);
+    EXPECT_EQ(late.press(263 + 100, kTop + 36, 1.0 / 26.0), LevelResult::Running);
+    EXPECT_EQ(late.sounds, Sounds{});
+}
+
+TEST(EulaStation, OnlyAPressCountsNotAButtonHeldOverTheWayOutOrTheButton) {
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 150);
+    holdWithoutPressing(d, 263 + 100, kTop + 155);
+    holdWithoutPressing(d, 683, 586);
+}
+
+TEST(EulaStation, AScrollOfExactlyOneLoopIsNotYetWrapped) {
+    Desk<EulaLevel> d;
+    d.level.scroll = 396.0;
+    d.step(0.0);
+    EXPECT_DOUBLE_EQ(d.level.scroll, 396.0);
+    d.step(1.0 / 26.0);   // one pixel more, and it wraps to 1
+    EXPECT_NEAR(d.level.scroll, 1.0, 1e-9);
+}
+
+TEST(EulaStation, TheExitLineAnswersUpToOnePixelAboveTheFootOfItsBand) {
+    // The band ends at 220 + 340 = 560; a line at 559 still answers, even
+    // though it is drawn only down to 550.
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 369);
+    EXPECT_EQ(pressAt(d, 263 + 100, kTop + 369 + 5), LevelResult::Solved);
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(EulaStation, AgreeingPlaysTheFailSoundAlone) {
+    Desk<EulaLevel> d;
+    EXPECT_EQ(pressCentre(d, d.level.agreeButton), LevelResult::Failed);
+    EXPECT_EQ(d.sounds, Sounds{"fail"});
+}
+
+TEST(EulaStation, TheAgreeButtonsRightAndBottomEdgesAreOutsideIt) {
+    // The button is {593, 566, 180, 40}.
+    Desk<EulaLevel> d;
+    EXPECT_EQ(pressAt(d, 773, 580), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 683, 606), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 592, 580), LevelResult::Running);
+    EXPECT_EQ(d.sounds, Sounds{});
+    EXPECT_EQ(pressAt(d, 593, 566), LevelResult::Failed);
+    EXPECT_EQ(d.soundsSince(0), Sounds{"fail"});
+}
+
+TEST(EulaStation, TheExitLinePlaysThePassSoundAlone) {
+    Desk<EulaLevel> d;
+    placeExitLine(d.level, 150);
+    EXPECT_EQ(pressAt(d, 263 + 100, kTop + 155), LevelResult::Solved);
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(EulaStation, ScrollingAndClicksOnTheSmallPrintMakeNoSoundAtAll) {
+    Desk<EulaLevel> d;
+    for (int i = 0; i < 300; ++i) {
+        EXPECT_EQ(d.step(0.05), LevelResult::Running);
+    }
+    placeExitLine(d.level, 150);
+    // Beside the line, on an ordinary line, on the deaf line at the top, and
+    // on the empty floor beside the button.
+    EXPECT_EQ(pressAt(d, 263 + 395, kTop + 155), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 263 + 100, kTop + 100), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, 300, 590), LevelResult::Running);
+    placeExitLine(d.level, 25);
+    EXPECT_EQ(pressAt(d, 263 + 100, kTop + 30), LevelResult::Running);
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+// The agreement's lines and button, drawn longhand: the small print at
+// x = 263 + 30 = 293, the way out in green with its underline out to
+// 263 + 360 = 623, and the amber button {593, 566, 180, 40}.
+void smallPrint(Graphics& g, int y) {
+    g.text("the party of the first part shall hereby...", 293, y, TextSize::Small,
+           rgb(121, 116, 103), false, false);
+}
+void wayOut(Graphics& g, int y) {
+    g.text("> by clicking HERE you may leave <", 293, y, TextSize::Small, rgb(70, 224, 138), false,
+           false);
+    g.line(293, y + 18, 623, y + 18, rgb(49, 156, 96), 1);
+}
+void agreeButton(Graphics& g) {
+    g.roundRect(Rect{593, 566, 180, 40}, 8, rgb(229, 194, 96), true);
+    g.text("I AGREE", 683, 586, TextSize::Normal, rgb(20, 20, 20), true, true);
+}
+
+TEST(EulaStation, SeedFiveFourEightNineShowsSixteenLinesWithTheWayOutEleventh) {
+    // Seed 5489's first output, 3499211612, ends in binary ...100: the exit
+    // line is 4 + 6 = 10. Unscrolled, line i sits at 220 + 22 i; the box runs
+    // from 210 to 550 inclusive, so lines 0..15 show (the last at 550) and
+    // 16 and 17 (572, 594, and 396 lower still) do not.
+    Desk<EulaLevel> d;
+    ASSERT_EQ(d.level.exitLine, 10);
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) {
+                                      for (int i = 0; i < 16; ++i) {
+                                          if (i == 10) {
+                                              wayOut(g, 220 + 22 * i);
+                                          } else {
+                                              smallPrint(g, 220 + 22 * i);
+                                          }
+                                      }
+                                      agreeButton(g);
+                                  }));
+}
+
+TEST(EulaStation, LinesScrolledAboveTheBoxComeBackAtItsFootOrNotAtAll) {
+    // Scrolled by 100, line i sits at 120 + 22 i. Lines 0 and 1 (120, 142)
+    // come back 396 lower at 516 and 538; lines 2 to 4 land at 560, 582 and
+    // 604 that way, past the foot at 550, and are skipped; lines 5 to 17 show
+    // from 230 on, the way out (10) at 340.
+    Desk<EulaLevel> d;
+    d.level.scroll = 100.0;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) {
+                                      for (int i = 0; i < 18; ++i) {
+                                          int y = 120 + 22 * i;
+                                          if (i < 2) {
+                                              y += 396;
+                                          } else if (i < 5) {
+                                              continue;
+                                          }
+                                          if (i == 10) {
+                                              wayOut(g, y);
+                                          } else {
+                                              smallPrint(g, y);
+                                          }
+                                      }
+                                      agreeButton(g);
+                                  }));
+}
+
+TEST(EulaStation, ALineOnTheVeryTopEdgeOfTheBoxIsStillDrawn) {
+    // Scrolled by 10, line 0 sits exactly on the top edge (210) and shows;
+    // line 16 at 562 (and 958) does not.
+    Desk<EulaLevel> d;
+    d.level.scroll = 10.0;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) {
+                                      for (int i = 0; i < 16; ++i) {
+                                          if (i == 10) {
+                                              wayOut(g, 210 + 22 * i);
+                                          } else {
+                                              smallPrint(g, 210 + 22 * i);
+                                          }
+                                      }
+                                      agreeButton(g);
+                                  }));
+}
+
 // ---------------------------------------------------------------------------
 // The settings page
 
@@ -241,22 +408,22 @@ TEST(SettingsStation, LayoutStartsDisabledAndDrawsNothing) {
 
 TEST(SettingsStation, ProceedingWithTheToggleLeftOffPasses) {
     Desk<SettingsLevel> d;
-    EXPECT_EQ(d.pressCentre(d.level.proceedButton), LevelResult::Solved);
+    EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Solved);
 }
 
 TEST(SettingsStation, FlippingTheToggleTwiceAndThenProceedingPasses) {
     Desk<SettingsLevel> d;
-    EXPECT_EQ(d.pressCentre(d.level.toggle), LevelResult::Running);
+    EXPECT_EQ(pressCentre(d, d.level.toggle), LevelResult::Running);
     EXPECT_TRUE(d.level.enabled);
-    EXPECT_EQ(d.pressCentre(d.level.toggle), LevelResult::Running);
+    EXPECT_EQ(pressCentre(d, d.level.toggle), LevelResult::Running);
     EXPECT_FALSE(d.level.enabled);
-    EXPECT_EQ(d.pressCentre(d.level.proceedButton), LevelResult::Solved);
+    EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Solved);
 }
 
 TEST(SettingsStation, ProceedingWithTheToggleEnabledFails) {
     Desk<SettingsLevel> d;
-    d.pressCentre(d.level.toggle);
-    EXPECT_EQ(d.pressCentre(d.level.proceedButton), LevelResult::Failed);
+    pressCentre(d, d.level.toggle);
+    EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Failed);
 }
 
 TEST(SettingsStation, TheToggleShowsItsStateByColourAndKnob) {
@@ -270,10 +437,82 @@ TEST(SettingsStation, TheToggleShowsItsStateByColourAndKnob) {
         const Rect& p = d.level.proceedButton;
         EXPECT_EQ(off.at(p.x + 6, p.y + p.h / 2), rgb(199, 154, 53));
     }
-    d.pressCentre(t);
+    pressCentre(d, t);
     Drawn on(d.level);
     EXPECT_EQ(on.at(t.x + t.w - 18, t.y + 18), knob);
     EXPECT_EQ(on.at(t.x + 18, t.y + 18), rgb(70, 224, 138));
+}
+
+TEST(SettingsStation, TheToggleClicksEachTimeAndProceedingAfterTwoFlipsPassesAlone) {
+    Desk<SettingsLevel> d;
+    EXPECT_EQ(pressCentre(d, d.level.toggle), LevelResult::Running);
+    EXPECT_EQ(d.sounds, Sounds{"click"});
+    EXPECT_EQ(pressCentre(d, d.level.toggle), LevelResult::Running);
+    EXPECT_EQ(d.soundsSince(1), Sounds{"click"});
+    EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Solved);
+    EXPECT_EQ(d.soundsSince(2), Sounds{"pass"});
+}
+
+TEST(SettingsStation, OnlyAPressCountsNotAButtonHeldOverTheToggleOrProceed) {
+    Desk<SettingsLevel> d;
+    holdWithoutPressing(d, 558, 268);
+    EXPECT_FALSE(d.level.enabled);
+    holdWithoutPressing(d, 683, 574);
+}
+
+TEST(SettingsStation, ProceedingWithTheToggleLeftOffPlaysThePassSoundAlone) {
+    Desk<SettingsLevel> d;
+    EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Solved);
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(SettingsStation, ProceedingWithTheToggleOnPlaysTheFailSoundAlone) {
+    Desk<SettingsLevel> d;
+    pressCentre(d, d.level.toggle);
+    EXPECT_EQ(pressCentre(d, d.level.proceedButton), LevelResult::Failed);
+    EXPECT_EQ(d.soundsSince(1), Sounds{"fail"});
+}
+
+TEST(SettingsStation, ClicksOffTheToggleAndTheButtonChangeNothingAndMakeNoSound) {
+    // Toggle {523, 250, 70, 36}, button {593, 550, 180, 48}: their right and
+    // bottom edges are outside them, and so is the label above the toggle.
+    Desk<SettingsLevel> d;
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+             {593, 260}, {540, 286}, {530, 230}, {773, 560}, {683, 598}, {592, 570}, {683, 400}}) {
+        EXPECT_EQ(pressAt(d, x, y), LevelResult::Running) << x << "," << y;
+        d.release(x, y, 0.0);
+    }
+    EXPECT_FALSE(d.level.enabled);
+    EXPECT_EQ(d.sounds, Sounds{});
+    // Moving over the toggle and letting go there flips nothing either.
+    d.pointAt(540, 260);
+    EXPECT_EQ(d.step(0.016), LevelResult::Running);
+    EXPECT_EQ(d.release(540, 260), LevelResult::Running);
+    EXPECT_FALSE(d.level.enabled);
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+// The settings page drawn longhand: the warning over the toggle at
+// (cx - 160, 250 - 30), the toggle's pill and knob, the brass PROCEED button.
+void paintSettings(Graphics& g, bool on) {
+    g.text("DO NOT ENABLE EXIT", 523, 220, TextSize::Normal, rgb(255, 170, 46), false, false);
+    g.roundRect(Rect{523, 250, 70, 36}, 18, on ? rgb(70, 224, 138) : rgb(99, 77, 26), true);
+    g.circle(on ? 575 : 541, 268, 14, rgb(216, 199, 156), true);
+    g.roundRect(Rect{593, 550, 180, 48}, 8, rgb(199, 154, 53), true);
+    g.text("PROCEED", 683, 574, TextSize::Normal, rgb(20, 20, 20), true, true);
+}
+
+TEST(SettingsStation, OffTheKnobSitsLeftOnADarkPill) {
+    Desk<SettingsLevel> d;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintSettings(g, false); }));
+}
+
+TEST(SettingsStation, OnTheKnobSitsRightOnAGreenPill) {
+    Desk<SettingsLevel> d;
+    pressCentre(d, d.level.toggle);
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintSettings(g, true); }));
 }
 
 // ---------------------------------------------------------------------------
@@ -296,14 +535,14 @@ TEST(QuizStation, FourBoxesAndTheAnswerIsOneDrawModuloFour) {
 
 TEST(QuizStation, TheEmptyBoxPasses) {
     Desk<QuizLevel> d(3);
-    EXPECT_EQ(d.pressCentre(d.level.boxes[d.level.answer]), LevelResult::Solved);
+    EXPECT_EQ(pressCentre(d, d.level.boxes[d.level.answer]), LevelResult::Solved);
 }
 
 TEST(QuizStation, ALabelledBoxFailsAndAClickBetweenBoxesDoesNothing) {
     Desk<QuizLevel> d(3);
     const Rect& b = d.level.boxes[0];
-    EXPECT_EQ(d.press(b.x + 5, b.y + b.h), LevelResult::Running);   // the gap below box 0
-    EXPECT_EQ(d.pressCentre(d.level.boxes[(d.level.answer + 1) % 4]), LevelResult::Failed);
+    EXPECT_EQ(pressAt(d, b.x + 5, b.y + b.h), LevelResult::Running);   // the gap below box 0
+    EXPECT_EQ(pressCentre(d, d.level.boxes[(d.level.answer + 1) % 4]), LevelResult::Failed);
 }
 
 // The exam drawn, box by box, against a box drawn by hand with only the
@@ -351,6 +590,70 @@ TEST(QuizStation, LabelsAreAThenBThenCAndTheEmptyBoxIsBlank) {
             EXPECT_EQ(differing, 0) << "seed " << seed << " box " << i;
         }
     }
+}
+
+TEST(QuizStation, TheBlankBoxPlaysThePassSoundAlone) {
+    Desk<QuizLevel> d(3);
+    EXPECT_EQ(pressCentre(d, d.level.boxes[d.level.answer]), LevelResult::Solved);
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(QuizStation, OnlyAPressCountsNotAButtonHeldOverABox) {
+    Desk<QuizLevel> d(3);
+    holdWithoutPressing(d, 683, 260 + 124 + 23);   // the blank box 2
+    holdWithoutPressing(d, 683, 260 + 23);         // box 0
+}
+
+TEST(QuizStation, EachLabelledBoxPlaysTheFailSoundAlone) {
+    for (int wrong = 0; wrong < 4; ++wrong) {
+        Desk<QuizLevel> d(3);   // the blank box is 2
+        if (wrong == 2) {
+            continue;
+        }
+        EXPECT_EQ(pressCentre(d, d.level.boxes[wrong]), LevelResult::Failed) << wrong;
+        EXPECT_EQ(d.sounds, Sounds{"fail"}) << wrong;
+    }
+}
+
+TEST(QuizStation, ClicksBesideTheBoxesMakeNoSound) {
+    // Boxes {323, 260 + 62 i, 720, 46}: the gaps, the right and bottom edges,
+    // the heading and the floor.
+    Desk<QuizLevel> d(3);
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+             {500, 306}, {500, 321}, {1043, 270}, {322, 270}, {683, 224}, {683, 492}, {683, 600}}) {
+        EXPECT_EQ(pressAt(d, x, y), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+// The exam drawn longhand: heading, four brown boxes with the labels A, B, C
+// in order on every box but the blank one, the amber line of orders.
+void paintQuiz(Graphics& g, int blank) {
+    g.text("SAFETY EXAM: SELECT THE CORRECT ANSWER", 683, 224, TextSize::Normal, rgb(255, 216, 107),
+           true, false);
+    const char* const labels[] = {"A) Always", "B) Never", "C) Only on Tuesdays"};
+    int next = 0;
+    for (int i = 0; i < 4; ++i) {
+        g.roundRect(Rect{323, 260 + 62 * i, 720, 46}, 6, rgb(109, 84, 29), true);
+        if (i != blank) {
+            g.text(labels[next++], 339, 272 + 62 * i, TextSize::Normal, rgb(20, 20, 20), false, false);
+        }
+    }
+    g.text("EVERY ANSWER IS WRONG", 683, 604, TextSize::Small, rgb(178, 119, 32), true, false);
+}
+
+TEST(QuizStation, SeedFiveFourEightNineLeavesTheFirstBoxBlank) {
+    // 3499211612 % 4 = 0.
+    Desk<QuizLevel> d;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintQuiz(g, 0); }));
+}
+
+TEST(QuizStation, SeedThreeLeavesTheThirdBoxBlankAndLabelsTheLastC) {
+    // Seed 3's first output 2365658986 % 4 = 2.
+    Desk<QuizLevel> d(3);
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintQuiz(g, 2); }));
 }
 
 // ---------------------------------------------------------------------------
@@ -416,13 +719,13 @@ int swatchOf(const StroopLevel& level, int color) {
 
 TEST(StroopStation, TheWordsSwatchPassesAndTheInksSwatchFails) {
     Desk<StroopLevel> pass(21);
-    EXPECT_EQ(pass.pressCentre(pass.level.swatches[swatchOf(pass.level, pass.level.word)]),
+    EXPECT_EQ(pressCentre(pass, pass.level.swatches[swatchOf(pass.level, pass.level.word)]),
               LevelResult::Solved);
     Desk<StroopLevel> fail(21);
-    EXPECT_EQ(fail.pressCentre(fail.level.swatches[swatchOf(fail.level, fail.level.ink)]),
+    EXPECT_EQ(pressCentre(fail, fail.level.swatches[swatchOf(fail.level, fail.level.ink)]),
               LevelResult::Failed);
     Desk<StroopLevel> miss(21);
-    EXPECT_EQ(miss.press(kCx, kTop + 200), LevelResult::Running);
+    EXPECT_EQ(pressAt(miss, kCx, kTop + 200), LevelResult::Running);
 }
 
 TEST(StroopStation, TheWordWearsTheInkAndTheSwatchesTheirColours) {
@@ -446,6 +749,81 @@ TEST(StroopStation, TheWordWearsTheInkAndTheSwatchesTheirColours) {
         EXPECT_GT(inkPixels, 200) << seed;
         EXPECT_EQ(wordPixels, 0) << seed;
     }
+}
+
+TEST(StroopStation, TheWordsSwatchPlaysThePassSoundAlone) {
+    // Seed 5489: the word is RED (3499211612 & 3 = 0) and RED is on the last
+    // swatch (the colours run 3, 1, 2, 0).
+    Desk<StroopLevel> d;
+    EXPECT_EQ(pressAt(d, 829 + 55, 405 + 55), LevelResult::Solved);
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(StroopStation, TheInksSwatchAndEveryOtherPlayTheFailSoundAlone) {
+    // The ink is AMBER (581869302 & 3 = 2), on the third swatch; BLUE and
+    // GREEN sit on the first two.
+    for (int swatch = 0; swatch < 3; ++swatch) {
+        Desk<StroopLevel> d;
+        EXPECT_EQ(pressAt(d, 427 + 134 * swatch + 55, 460), LevelResult::Failed) << swatch;
+        EXPECT_EQ(d.sounds, Sounds{"fail"}) << swatch;
+    }
+}
+
+TEST(StroopStation, OnlyAPressCountsNotAButtonHeldOverASwatch) {
+    Desk<StroopLevel> d;
+    holdWithoutPressing(d, 884, 460);   // RED, the word's
+    holdWithoutPressing(d, 750, 460);   // AMBER, the ink's
+}
+
+TEST(StroopStation, ClicksBesideTheSwatchesMakeNoSound) {
+    // Swatches at x 427, 561, 695, 829 and y 405, 110 square: the gaps
+    // between them, their bottom edge, the word itself and the hint.
+    Desk<StroopLevel> d;
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+             {537, 450}, {560, 450}, {939, 450}, {426, 450}, {884, 515}, {884, 404}, {683, 250},
+             {683, 310}}) {
+        EXPECT_EQ(pressAt(d, x, y), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+// The reading test drawn longhand: the word at (683, 250) in Giant letters,
+// the hint under it, four swatches, the line of orders.
+void paintStroop(Graphics& g, const char* word, Color ink, const Color (&swatch)[4]) {
+    g.text(word, 683, 250, TextSize::Giant, ink, true, true);
+    g.text("click the swatch of this WORD (ignore its colour)", 683, 310, TextSize::Small,
+           rgb(255, 170, 46), true, true);
+    const int xs[] = {427, 561, 695, 829};
+    for (int i = 0; i < 4; ++i) {
+        g.roundRect(Rect{xs[i], 405, 110, 110}, 10, swatch[i], true);
+    }
+    g.text("MEANING, NOT INK", 683, 604, TextSize::Small, rgb(178, 119, 32), true, false);
+}
+
+constexpr Color kRed = rgb(255, 58, 42);
+constexpr Color kGreen = rgb(70, 224, 138);
+constexpr Color kAmber = rgb(255, 216, 107);
+constexpr Color kBlue = rgb(120, 160, 255);
+
+TEST(StroopStation, SeedFiveFourEightNineSaysRedInAmberInk) {
+    // Word 3499211612 & 3 = 0 (RED), ink 581869302 & 3 = 2 (AMBER). The
+    // shuffle: 3890346734 x 2 >> 32 = 1 (no swap), 3586334585 x 3 >> 32 = 2
+    // (no swap), 545404204 x 4 >> 32 = 0 (swap 3 and 0): 3, 1, 2, 0.
+    Desk<StroopLevel> d;
+    const Color swatches[4] = {kBlue, kGreen, kAmber, kRed};
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [&](Graphics& g) { paintStroop(g, "RED", kAmber, swatches); }));
+}
+
+TEST(StroopStation, SeedFourBumpsTheInkOffTheWordToBlue) {
+    // Seed 4: word 4153361530 & 3 = 2 (AMBER); the ink draw 3868139694 & 3
+    // is 2 as well, so it moves on to 3 (BLUE). The shuffle: 2350344631 x 2
+    // >> 32 = 1, 741720773 x 3 >> 32 = 0 (swap 2 and 0), 4177647489 x 4 >> 32
+    // = 3: 2, 1, 0, 3.
+    Desk<StroopLevel> d(4);
+    const Color swatches[4] = {kAmber, kGreen, kRed, kBlue};
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [&](Graphics& g) { paintStroop(g, "AMBER", kBlue, swatches); }));
 }
 
 // ---------------------------------------------------------------------------
@@ -479,11 +857,11 @@ TEST(StampStation, RejectedPassesApprovedFailsOnEitherSide) {
     for (bool set : {false, true}) {
         Desk<StampLevel> pass(seedWithTopBit(set));
         const Rect& rejected = set ? pass.level.leftPad : pass.level.rightPad;
-        EXPECT_EQ(pass.press(kCx, kTop + 215), LevelResult::Running);   // between the pads
-        EXPECT_EQ(pass.pressCentre(rejected), LevelResult::Solved);
+        EXPECT_EQ(pressAt(pass, kCx, kTop + 215), LevelResult::Running);   // between the pads
+        EXPECT_EQ(pressCentre(pass, rejected), LevelResult::Solved);
         Desk<StampLevel> fail(seedWithTopBit(set));
         const Rect& approved = set ? fail.level.rightPad : fail.level.leftPad;
-        EXPECT_EQ(fail.pressCentre(approved), LevelResult::Failed);
+        EXPECT_EQ(pressCentre(fail, approved), LevelResult::Failed);
     }
 }
 
@@ -498,6 +876,58 @@ TEST(StampStation, RejectedIsDarkRedAndApprovedDarkGreen) {
         EXPECT_EQ(shot.at(l.x + 10, l.y + 10), set ? redPad : greenPad);
         EXPECT_EQ(shot.at(r.x + 10, r.y + 10), set ? greenPad : redPad);
     }
+}
+
+TEST(StampStation, RejectedPlaysThePassSoundAloneAndApprovedTheFailSoundAlone) {
+    for (bool set : {false, true}) {
+        Desk<StampLevel> pass(seedWithTopBit(set));
+        pressCentre(pass, set ? pass.level.leftPad : pass.level.rightPad);
+        EXPECT_EQ(pass.sounds, Sounds{"pass"}) << set;
+        Desk<StampLevel> fail(seedWithTopBit(set));
+        pressCentre(fail, set ? fail.level.rightPad : fail.level.leftPad);
+        EXPECT_EQ(fail.sounds, Sounds{"fail"}) << set;
+    }
+}
+
+TEST(StampStation, OnlyAPressCountsNotAButtonHeldOverAPad) {
+    Desk<StampLevel> d;
+    holdWithoutPressing(d, 473, 405);
+    holdWithoutPressing(d, 893, 405);
+}
+
+TEST(StampStation, ClicksBesideThePadsMakeNoSound) {
+    // Pads {383, 335, 180, 140} and {803, 335, 180, 140}.
+    Desk<StampLevel> d;
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+             {683, 405}, {563, 405}, {983, 405}, {473, 475}, {893, 334}, {382, 400}}) {
+        EXPECT_EQ(pressAt(d, x, y), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+// Both pads drawn longhand: the REJECTED pad in red x 0.6 = (153, 34, 25),
+// the APPROVED pad in green x 0.6 = (42, 134, 82), each word at its centre.
+void paintStamps(Graphics& g, bool leftRejected) {
+    const int rejectedX = leftRejected ? 383 : 803;
+    const int approvedX = leftRejected ? 803 : 383;
+    g.roundRect(Rect{rejectedX, 335, 180, 140}, 8, rgb(153, 34, 25), true);
+    g.roundRect(Rect{approvedX, 335, 180, 140}, 8, rgb(42, 134, 82), true);
+    g.text("REJECTED", rejectedX + 90, 405, TextSize::Normal, rgb(20, 20, 20), true, true);
+    g.text("APPROVED", approvedX + 90, 405, TextSize::Normal, rgb(20, 20, 20), true, true);
+}
+
+TEST(StampStation, SeedFiveFourEightNinePutsRejectedOnTheLeft) {
+    // 3499211612 has its top bit set: swapped.
+    Desk<StampLevel> d;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintStamps(g, true); }));
+}
+
+TEST(StampStation, SeedOnePutsRejectedOnTheRight) {
+    // Seed 1's first output 1791095845 is below 2^31: not swapped.
+    Desk<StampLevel> d(1);
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintStamps(g, false); }));
 }
 
 // ---------------------------------------------------------------------------
@@ -526,10 +956,10 @@ TEST(ReverseStation, FivePressesOfLeftReachNinetyHundredthsAndPassForTheRightMar
     Desk<ReverseLevel> d;
     d.level.target = 0.88;
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Running);
+        EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Running);
     }
     EXPECT_NEAR(d.level.position, 0.82, 1e-9);
-    EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Solved);
+    EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Solved);
     EXPECT_NEAR(d.level.position, 0.90, 1e-9);
 }
 
@@ -537,9 +967,9 @@ TEST(ReverseStation, FivePressesOfRightReachTenHundredthsAndPassForTheLeftMark) 
     Desk<ReverseLevel> d;
     d.level.target = 0.12;
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(d.pressCentre(d.level.rightButton), LevelResult::Running);
+        EXPECT_EQ(pressCentre(d, d.level.rightButton), LevelResult::Running);
     }
-    EXPECT_EQ(d.pressCentre(d.level.rightButton), LevelResult::Solved);
+    EXPECT_EQ(pressCentre(d, d.level.rightButton), LevelResult::Solved);
     EXPECT_NEAR(d.level.position, 0.10, 1e-9);
 }
 
@@ -547,26 +977,26 @@ TEST(ReverseStation, AtTheEndsTheKnobClampsAndLaterStepsFallOnOtherValues) {
     Desk<ReverseLevel> d;
     d.level.target = 0.88;
     for (int i = 0; i < 6; ++i) {
-        d.pressCentre(d.level.rightButton);
+        pressCentre(d, d.level.rightButton);
     }
     EXPECT_NEAR(d.level.position, 0.02, 1e-9);
-    d.pressCentre(d.level.rightButton);
+    pressCentre(d, d.level.rightButton);
     EXPECT_DOUBLE_EQ(d.level.position, 0.0);
     // From 0 the steps land on 0.08, 0.16, ... and reach 0.88 itself.
     for (int i = 1; i <= 10; ++i) {
-        EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Running) << i;
+        EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Running) << i;
         EXPECT_NEAR(d.level.position, 0.08 * i, 1e-9);
     }
-    EXPECT_EQ(d.pressCentre(d.level.leftButton), LevelResult::Solved);
+    EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Solved);
     EXPECT_NEAR(d.level.position, 0.88, 1e-9);
 
     Desk<ReverseLevel> up;
     up.level.target = 0.12;
     for (int i = 0; i < 7; ++i) {
-        up.pressCentre(up.level.leftButton);
+        pressCentre(up, up.level.leftButton);
     }
     EXPECT_DOUBLE_EQ(up.level.position, 1.0);
-    up.pressCentre(up.level.rightButton);
+    pressCentre(up, up.level.rightButton);
     EXPECT_NEAR(up.level.position, 0.92, 1e-9);
 }
 
@@ -574,10 +1004,10 @@ TEST(ReverseStation, TheButtonThatPointsAtTheMarkMovesTheKnobAwayAndNeverFails) 
     Desk<ReverseLevel> d;
     d.level.target = 0.88;   // the mark is on the right
     for (int i = 0; i < 12; ++i) {
-        EXPECT_EQ(d.pressCentre(d.level.rightButton), LevelResult::Running);
+        EXPECT_EQ(pressCentre(d, d.level.rightButton), LevelResult::Running);
     }
     EXPECT_DOUBLE_EQ(d.level.position, 0.0);
-    EXPECT_EQ(d.press(kCx, kTop + 20), LevelResult::Running);
+    EXPECT_EQ(pressAt(d, kCx, kTop + 20), LevelResult::Running);
     EXPECT_DOUBLE_EQ(d.level.position, 0.0);
 }
 
@@ -597,6 +1027,93 @@ TEST(ReverseStation, DrawsTrackMarkKnobAndButtons) {
     EXPECT_EQ(shot.at(l.x + 6, l.y + 6), rgb(139, 107, 37));
     const Rect& r = d.level.rightButton;
     EXPECT_EQ(shot.at(r.x + r.w - 6, r.y + r.h - 6), rgb(139, 107, 37));
+}
+
+TEST(ReverseStation, EachButtonPressClicksAndTheLastOneAlsoPasses) {
+    Desk<ReverseLevel> d;   // seed 5489: the mark at 0.88
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Running);
+        EXPECT_EQ(d.soundsSince(static_cast<std::size_t>(i)), Sounds{"click"}) << i;
+    }
+    EXPECT_EQ(pressCentre(d, d.level.rightButton), LevelResult::Running);
+    EXPECT_EQ(d.soundsSince(4), Sounds{"click"});
+    EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Running);
+    EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Solved);
+    EXPECT_EQ(d.soundsSince(6), (Sounds{"click", "pass"}));
+}
+
+TEST(ReverseStation, OnlyAPressCountsNotAButtonHeldOverAButton) {
+    Desk<ReverseLevel> d;
+    holdWithoutPressing(d, 583, 582);
+    holdWithoutPressing(d, 783, 582);
+    EXPECT_DOUBLE_EQ(d.level.position, 0.5);
+}
+
+TEST(ReverseStation, APressAgainstTheClampStillClicks) {
+    Desk<ReverseLevel> d;
+    d.level.position = 0.0;
+    EXPECT_EQ(pressCentre(d, d.level.rightButton), LevelResult::Running);
+    EXPECT_DOUBLE_EQ(d.level.position, 0.0);
+    EXPECT_EQ(d.sounds, Sounds{"click"});
+}
+
+TEST(ReverseStation, PressesOffTheButtonsMakeNoSoundAndDoNotMoveTheKnob) {
+    // Buttons {513, 560, 140, 44} and {713, 560, 140, 44}: the gap between
+    // them, their right and bottom edges, the track and the knob itself.
+    Desk<ReverseLevel> d;
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+             {683, 580}, {653, 580}, {853, 580}, {583, 604}, {512, 580}, {683, 405}, {950, 405}}) {
+        EXPECT_EQ(pressAt(d, x, y), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_DOUBLE_EQ(d.level.position, 0.5);
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+TEST(ReverseStation, AnyPressWithTheKnobOnTheMarkPassesEvenOffTheButtons) {
+    Desk<ReverseLevel> d;
+    d.level.position = 0.9;   // 0.02 from the mark at 0.88
+    EXPECT_EQ(d.step(0.016), LevelResult::Running);   // no press: nothing checked
+    EXPECT_EQ(pressAt(d, 683, 300), LevelResult::Solved);
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST(ReverseStation, FourHundredthsFromTheMarkIsNotCloseEnough) {
+    Desk<ReverseLevel> d;
+    d.level.position = 0.76;   // one press of "<< LEFT" makes 0.84, 0.04 short
+    EXPECT_EQ(pressCentre(d, d.level.leftButton), LevelResult::Running);
+    EXPECT_NEAR(d.level.position, 0.84, 1e-9);
+    EXPECT_EQ(d.sounds, Sounds{"click"});
+}
+
+// The conveyor drawn longhand: the dark track {323, 395, 720, 20}, the green
+// mark 8 wide and 36 tall, the red knob on the track's middle line, the two
+// brass buttons with their lying labels, the line of orders.
+void paintReverse(Graphics& g, int markX, int knobX) {
+    g.roundRect(Rect{323, 395, 720, 20}, 6, rgb(30, 30, 30), true);
+    g.rect(Rect{markX, 387, 8, 36}, rgb(70, 224, 138), true);
+    g.circle(knobX, 405, 14, rgb(255, 58, 42), true);
+    g.roundRect(Rect{513, 560, 140, 44}, 8, rgb(139, 107, 37), true);
+    g.roundRect(Rect{713, 560, 140, 44}, 8, rgb(139, 107, 37), true);
+    g.text("<< LEFT", 583, 582, TextSize::Normal, rgb(20, 20, 20), true, true);
+    g.text("RIGHT >>", 783, 582, TextSize::Normal, rgb(20, 20, 20), true, true);
+    g.text("CONTROLS ARE INVERTED", 683, 604, TextSize::Small, rgb(178, 119, 32), true, false);
+}
+
+TEST(ReverseStation, SeedFiveFourEightNinePutsTheMarkRightOfACentredKnob) {
+    // 3499211612 is even: the mark at 0.88, x = 323 - 4 + 633 (720 x 0.88 =
+    // 633.6, truncated) = 952; the knob at 323 + 360 = 683.
+    Desk<ReverseLevel> d;
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintReverse(g, 952, 683); }));
+}
+
+TEST(ReverseStation, SeedOnePutsTheMarkLeftAndRightMovesTheKnobLeft) {
+    // 1791095845 is odd: the mark at 0.12, x = 319 + 86 (86.4) = 405. One
+    // press of "RIGHT >>" takes the knob to 0.42: 323 + 302 (302.4) = 625.
+    Desk<ReverseLevel> d(1);
+    pressCentre(d, d.level.rightButton);
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { d.level.render(g); },
+                                  [](Graphics& g) { paintReverse(g, 405, 625); }));
 }
 
 // ---------------------------------------------------------------------------
@@ -665,6 +1182,53 @@ TEST_F(GenericStation, TheOddTileIsToldOnlyByItsShade) {
     EXPECT_EQ(canvas.pixel(odd.x + odd.w / 2, odd.y + odd.h / 2), rgb(16, 36, 15));
     EXPECT_EQ(canvas.pixel(plain.x + 3, plain.y + plain.h / 2), rgb(159, 123, 42));
     EXPECT_EQ(canvas.pixel(plain.x + plain.w / 2, plain.y + plain.h / 2), rgb(20, 20, 20));
+}
+
+TEST_F(GenericStation, TheOddTilePlaysThePassSoundAlone) {
+    Desk<GenericLevel> d;
+    EXPECT_EQ(pressAt(d, 608 + 75, 344 + 55), LevelResult::Solved);   // tile 4
+    EXPECT_EQ(d.sounds, Sounds{"pass"});
+}
+
+TEST_F(GenericStation, EveryOtherTilePlaysTheFailSoundAlone) {
+    for (int i : {0, 1, 2, 3, 5}) {
+        Desk<GenericLevel> d;
+        EXPECT_EQ(pressAt(d, 434 + 174 * (i % 3) + 75, 210 + 134 * (i / 3) + 55), LevelResult::Failed)
+            << i;
+        EXPECT_EQ(d.sounds, Sounds{"fail"}) << i;
+    }
+}
+
+TEST_F(GenericStation, OnlyAPressCountsNotAButtonHeldOverATile) {
+    Desk<GenericLevel> d;
+    holdWithoutPressing(d, 683, 399);   // the odd tile 4
+    holdWithoutPressing(d, 509, 265);   // tile 0
+}
+
+TEST_F(GenericStation, ClicksBetweenTilesMakeNoSound) {
+    Desk<GenericLevel> d;
+    for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+             {584, 260}, {607, 260}, {932, 260}, {500, 320}, {500, 343}, {683, 454}, {433, 260}}) {
+        EXPECT_EQ(pressAt(d, x, y), LevelResult::Running) << x << "," << y;
+    }
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+TEST_F(GenericStation, SeedFiveFourEightNineShadesTheMiddleTileOfTheSecondRow) {
+    // 3499211612 x 6 >> 32 = 4: tile 4, at (434 + 174, 210 + 134).
+    EXPECT_TRUE(test::samePicture([&](Graphics& g) { level.render(g); },
+                                  [](Graphics& g) {
+                                      for (int i = 0; i < 6; ++i) {
+                                          const Rect tile{434 + 174 * (i % 3), 210 + 134 * (i / 3),
+                                                          150, 110};
+                                          const bool odd = i == 4;
+                                          g.roundRect(tile, 8,
+                                                      odd ? rgb(189, 146, 50) : rgb(159, 123, 42),
+                                                      true);
+                                          g.rect(Rect{tile.x + 6, tile.y + 6, 138, 98},
+                                                 odd ? rgb(16, 36, 15) : rgb(20, 20, 20), true);
+                                      }
+                                  }));
 }
 
 }  // namespace
