@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Proves that the test suite notices single faults. Each .patch file here is
-# one small, deliberate fault a player or the design would notice (a word, a
+# one small, deliberate fault a player would notice (a word, a
 # number, a colour, a sound, a draw, a bound, a rule). For each, this script
 # applies it to a scratch copy of the working tree, rebuilds, runs the tests
 # the patch names, and reports whether they caught it; the tests are first
