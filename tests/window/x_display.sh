@@ -1,14 +1,20 @@
 # Sourced by the tests that show the game in a real window: a virtual X
 # server of its own, and the colour of a screen pixel.
 
-# Starts Xvfb at 1366x768 on a display number nobody uses, exports DISPLAY and
-# sets xvfb_pid (the caller kills it when done).
+# Starts Xvfb at 1366x768 on a display number of its own choosing, exports
+# DISPLAY and sets xvfb_pid (the caller kills it when done). The server picks
+# the number and writes it to a pipe (-displayfd), so tests started at the
+# same moment never pick the same free number and then kill each other's
+# server.
 start_virtual_display() {
-  local n=90
-  while [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ]; do n=$((n + 1)); done
-  Xvfb ":$n" -screen 0 1366x768x24 -nolisten tcp >/dev/null 2>&1 &
+  local fifo n=""
+  fifo=$(mktemp -u "${TMPDIR:-/tmp}/vorn-display.XXXXXX")
+  mkfifo "$fifo"
+  Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$fifo" >/dev/null 2>&1 &
   xvfb_pid=$!
-  export DISPLAY=":$n"
+  read -r -t 20 n <"$fifo" || true
+  rm -f "$fifo"
+  export DISPLAY=":${n:-0}"
   for _ in $(seq 100); do [ -e "/tmp/.X11-unix/X$n" ] && break; sleep 0.1; done
 }
 
