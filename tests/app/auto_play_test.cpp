@@ -3,6 +3,7 @@
 
 #include "data/save_data.h"
 #include "log/printf_format.h"
+#include "support/difficulty_terms.h"
 #include "support/auto_player.h"
 #include "support/run_log.h"
 #include "stations/paperwork_stations.h"
@@ -22,23 +23,6 @@ namespace {
 
 std::uint32_t fixedSeed() { return 20261122u; }
 
-// What each difficulty means to a player, written out here rather than read
-// from the game: its name, how much longer or shorter the clocks run, and the
-// chance of a clock-in card at the end of the shift.
-struct Terms {
-    const char* name;
-    double multiplier;
-    double chance;
-};
-Terms termsOf(Difficulty d) {
-    switch (d) {
-        case Difficulty::easy: return {"EASY", 1.6, 1.0};
-        case Difficulty::medium: return {"MEDIUM", 1.2, 0.3};
-        case Difficulty::hard: return {"HARD", 1.0, 0.12};
-        case Difficulty::vorn: return {"VORN", 0.7, 0.0};
-    }
-    return {"?", 1.0, 0.0};
-}
 
 // Two probation, two shift and one overtime station, all odd-tile stations.
 GameFolderOptions fallbackShift() {

@@ -16,14 +16,7 @@ namespace {
 std::vector<Color> frame(CanvasApp& canvasApp) {
     canvasApp.show(GameScreen::title, 1.0);
     SDL_RenderFlush(canvasApp.app.graphics.renderer);
-    std::vector<Color> pixels;
-    pixels.reserve(static_cast<std::size_t>(kCanvasWidth) * kCanvasHeight);
-    for (int y = 0; y < kCanvasHeight; ++y) {
-        for (int x = 0; x < kCanvasWidth; ++x) {
-            pixels.push_back(canvasApp.pixel(x, y));
-        }
-    }
-    return pixels;
+    return grab(canvasApp.canvas);
 }
 
 class RenderReset : public ::testing::Test {

@@ -4,6 +4,7 @@
 // the card rules kept, and CONTINUE offered afterwards.
 
 #include "data/save_data.h"
+#include "support/difficulty_terms.h"
 #include "support/auto_player.h"
 #include "support/run_log.h"
 #include "support/headless_app.h"
@@ -22,23 +23,6 @@ namespace {
 std::uint32_t gSeed = 0;
 std::uint32_t chosenSeed() { return gSeed; }
 
-// What each difficulty means to a player, written out here rather than read
-// from the game: its name, how much longer or shorter the clocks run, and the
-// chance of a clock-in card at the end of the shift.
-struct Terms {
-    const char* name;
-    double multiplier;
-    double chance;
-};
-Terms termsOf(Difficulty d) {
-    switch (d) {
-        case Difficulty::easy: return {"EASY", 1.6, 1.0};
-        case Difficulty::medium: return {"MEDIUM", 1.2, 0.3};
-        case Difficulty::hard: return {"HARD", 1.0, 0.12};
-        case Difficulty::vorn: return {"VORN", 0.7, 0.0};
-    }
-    return {"?", 1.0, 0.0};
-}
 
 
 class WholeShift : public ::testing::TestWithParam<std::tuple<Difficulty, std::uint32_t>> {};

@@ -13,6 +13,8 @@ namespace {
 // A few stacked alpha blends each round by up to one step.
 constexpr int kBlendTolerance = 4;
 
+}  // namespace
+
 std::vector<Color> grab(const SoftwareCanvas& canvas) {
     std::vector<Color> pixels;
     pixels.reserve(static_cast<std::size_t>(kCanvasWidth) * kCanvasHeight);
@@ -23,8 +25,6 @@ std::vector<Color> grab(const SoftwareCanvas& canvas) {
     }
     return pixels;
 }
-
-}  // namespace
 
 CanvasApp::CanvasApp(CanvasAppOptions options) {
     app.graphics.attach(canvas.graphics.renderer);

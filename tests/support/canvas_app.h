@@ -44,6 +44,9 @@ public:
     Application app;
 };
 
+// Every pixel of the canvas, row by row.
+std::vector<Color> grab(const SoftwareCanvas& canvas);
+
 class PixelLens {
 public:
     // Runs the layer once over black and once over white on fresh canvases.
