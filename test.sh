@@ -23,8 +23,8 @@ export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 ctest --test-dir "$build" --output-on-failure --no-tests=error -j "$(nproc)"
 
-# The catalogue scanner and the save loader against hostile bytes (needs
-# clang; skipped with a note without it).
+# The catalogue scanner and the save loader against hostile bytes (clang's
+# libFuzzer, installed by the script).
 bash scripts/fuzz.sh
 lap native
 

@@ -1,15 +1,12 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets for the catalogue scanner and the save loader
 # with clang and runs each for a bounded time (VORN_FUZZ_SECONDS, default 20)
-# from the seed corpus in tests/fuzz/corpus. Skipped, with a note, when clang
-# is not installed. New inputs go to a scratch folder, never into the repo.
+# from the seed corpus in tests/fuzz/corpus. Installs clang and libFuzzer
+# first when they are missing. New inputs go to a scratch folder, never into
+# the repo.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-
-if ! command -v clang++ >/dev/null 2>&1; then
-  echo "fuzz: clang++ not found, fuzzing skipped"
-  exit 0
-fi
+bash scripts/setup.sh fuzz
 
 seconds="${VORN_FUZZ_SECONDS:-20}"
 out=build/fuzz

@@ -24,6 +24,23 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 target=${1:-}
 case "$target" in
+  windows|linux) ;;
+  *)
+    echo "usage: scripts/sdl-prefix.sh windows|linux" >&2
+    exit 2 ;;
+esac
+
+say() { printf 'sdl-prefix (%s): %s\n' "$target" "$*" >&2; }
+
+# Everything this script runs is installed first: the compilers whose
+# versions go into the cache key below included, so a machine that has never
+# built the game gets them before anything asks for them.
+bash "$root/scripts/setup.sh" >&2
+if [ "$target" = windows ]; then bash "$root/scripts/setup.sh" windows >&2; fi
+# apt-get source needs dpkg-source and Debian's source entries.
+bash "$root/scripts/setup.sh" sources >&2
+
+case "$target" in
   windows)
     toolchain=$root/cmake/mingw-w64-x86_64.cmake
     compiler=$(x86_64-w64-mingw32-g++-posix --version | head -n 1)
@@ -32,18 +49,7 @@ case "$target" in
     toolchain=""
     compiler=$(c++ --version | head -n 1)
     shared=ON ;;
-  *)
-    echo "usage: scripts/sdl-prefix.sh windows|linux" >&2
-    exit 2 ;;
 esac
-
-say() { printf 'sdl-prefix (%s): %s\n' "$target" "$*" >&2; }
-
-bash "$root/scripts/setup.sh" >&2
-[ "$target" = windows ] && bash "$root/scripts/setup.sh" windows >&2
-# apt-get source needs dpkg-source and Debian's source entries, both of which
-# the windows package set brings.
-bash "$root/scripts/setup.sh" sources >&2
 
 # The binary package whose source we build, for each library. Their versions
 # are the native ones, so every build runs the same library code.

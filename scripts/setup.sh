@@ -5,6 +5,7 @@
 #
 #   scripts/setup.sh           the native build, its tests and tools
 #   scripts/setup.sh windows   the Windows cross build: MinGW-w64, Wine, unzip
+#   scripts/setup.sh fuzz      clang with libFuzzer, for scripts/fuzz.sh
 #   scripts/setup.sh sources   apt-get source: dpkg-dev and Debian's source
 #                              entries (for our own builds of the SDL2 family)
 set -euo pipefail
@@ -20,10 +21,12 @@ case "${1:-native}" in
     ) ;;
   windows)
     packages=(g++-mingw-w64-x86-64-posix wine wine64 unzip) ;;
+  fuzz)
+    packages=(clang libclang-rt-dev) ;;
   sources)
     packages=(dpkg-dev) ;;
   *)
-    echo "setup: unknown package set '$1' (native, windows or sources)" >&2
+    echo "setup: unknown package set '$1' (native, windows, fuzz or sources)" >&2
     exit 2 ;;
 esac
 

@@ -5,12 +5,16 @@
 # DISPLAY and sets xvfb_pid (the caller kills it when done). The server picks
 # the number and writes it to a pipe (-displayfd), so tests started at the
 # same moment never pick the same free number and then kill each other's
-# server.
+# server. -noreset keeps the server up between clients: by default an X
+# server resets itself when its last client leaves, and a program that
+# connects again in that moment (a second test case opening the display
+# right after the first closed it, on a loaded machine) is told "x11 not
+# available".
 start_virtual_display() {
   local fifo n=""
   fifo=$(mktemp -u "${TMPDIR:-/tmp}/vorn-display.XXXXXX")
   mkfifo "$fifo"
-  Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$fifo" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp -noreset 3>"$fifo" >/dev/null 2>&1 &
   xvfb_pid=$!
   read -r -t 20 n <"$fifo" || true
   rm -f "$fifo"
