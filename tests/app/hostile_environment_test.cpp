@@ -68,12 +68,17 @@ TEST(HostileStart, AReadOnlyDataFolderStillPlaysAndSkipsSavingSilently) {
                                                             fs::perms::others_read);
     fs::permissions(install.data(), fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
                                         fs::perms::group_exec | fs::perms::others_read | fs::perms::others_exec);
-    // Permissions do not stop root: as root, the game runs as nobody.
+    // Permissions do not stop root, so as root the game runs without the
+    // two powers that override them: it meets the folder's bits as a player
+    // without write access does. (Not as another user: that one may not be
+    // able to reach the libraries at all, in a container whose root folder
+    // is closed to others.)
     fs::path program = install.executable();
     std::vector<std::string> arguments;
     if (::geteuid() == 0) {
         program = "/usr/bin/setpriv";
-        arguments = {"--reuid=65534", "--regid=65534", "--clear-groups", install.executable().string()};
+        arguments = {"--inh-caps=-dac_override,-dac_read_search", "--bounding-set=-dac_override,-dac_read_search",
+                     install.executable().string()};
     }
     GameProcess game(program, install.dir.path(), {}, arguments);
     ASSERT_TRUE(game.waitForOutput(kStarted)) << game.output();
