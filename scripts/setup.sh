@@ -4,21 +4,26 @@
 # apt-get for what is missing.
 #
 #   scripts/setup.sh           the native build, its tests and tools
+#   scripts/setup.sh game      only what building and playing the game needs
 #   scripts/setup.sh windows   the Windows cross build: MinGW-w64, Wine, unzip
 #   scripts/setup.sh fuzz      clang with libFuzzer, for scripts/fuzz.sh
 #   scripts/setup.sh sources   apt-get source: dpkg-dev and Debian's source
 #                              entries (for our own builds of the SDL2 family)
 set -euo pipefail
 
+# What the game needs to build and run: the compiler, SDL2 and its companions,
+# the encoders that make its sounds and the fonts it ships.
+game=(
+  cmake ninja-build g++ pkg-config
+  libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
+  lame vorbis-tools
+  fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
+)
 case "${1:-native}" in
+  game)
+    packages=("${game[@]}") ;;
   native)
-    packages=(
-      cmake ninja-build g++ pkg-config
-      libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
-      libgtest-dev python3 lame vorbis-tools
-      xvfb xdotool imagemagick
-      fonts-jetbrains-mono fonts-roboto-unhinted fonts-dejavu-core
-    ) ;;
+    packages=("${game[@]}" libgtest-dev python3 xvfb xdotool imagemagick) ;;
   windows)
     packages=(g++-mingw-w64-x86-64-posix wine wine64 unzip) ;;
   fuzz)
@@ -26,7 +31,7 @@ case "${1:-native}" in
   sources)
     packages=(dpkg-dev) ;;
   *)
-    echo "setup: unknown package set '$1' (native, windows, fuzz or sources)" >&2
+    echo "setup: unknown package set '$1' (game, native, windows, fuzz or sources)" >&2
     exit 2 ;;
 esac
 
