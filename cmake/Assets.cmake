@@ -10,7 +10,9 @@ if(NOT CMAKE_CROSSCOMPILING)
   add_executable(vorn_asset_generator
     ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_generator.cpp
     ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_images.cpp
-    ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_sounds.cpp)
+    ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_sounds.cpp
+    ${CMAKE_CURRENT_SOURCE_DIR}/tools/asset_music.cpp
+    ${CMAKE_CURRENT_SOURCE_DIR}/tools/music_kit.cpp)
   target_link_libraries(vorn_asset_generator PRIVATE vorn_options ${VORN_SDL_LIBS})
   # Optimised even in debug builds: it synthesises a few million samples on
   # every build that touches it, and nobody steps through it in a debugger.

@@ -12,9 +12,13 @@
 #                                   PulseAudio from the player's system at run
 #                                   time, so nothing else needs shipping
 #
-# Both decode what the game ships with code bundled in the libraries: PNG with
+# Both decode what the game ships with code built into the libraries: PNG with
 # stb_image (saved with miniz, for the screen gallery), Ogg Vorbis with
-# stb_vorbis, MP3 with dr_mp3, FLAC with dr_flac, WAV natively.
+# stb_vorbis, FLAC with dr_flac, WAV natively, and MP3 with libmpg123 (built
+# from Debian's mpg123 source and linked in statically). MP3 goes through
+# mpg123 as in the native build, not the bundled dr_mp3: mpg123 reads the
+# encoder's delay and padding from the LAME tag and skips them, so the title
+# music loops without the 70-80 ms hole dr_mp3 leaves at every loop point.
 #
 # The folder lives in a cache keyed by the target, those versions, the
 # compiler's version and this script's and the toolchain file's contents, so
@@ -53,7 +57,8 @@ esac
 
 # The binary package whose source we build, for each library. Their versions
 # are the native ones, so every build runs the same library code.
-dev_packages=(libsdl2-dev libfreetype-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev)
+dev_packages=(libsdl2-dev libfreetype-dev libsdl2-image-dev libsdl2-mixer-dev libsdl2-ttf-dev
+              libmpg123-0)
 [ "$target" = windows ] && dev_packages+=(libgtest-dev)
 sources=()
 for p in "${dev_packages[@]}"; do
@@ -75,8 +80,12 @@ rm -rf "$work" "$prefix"
 mkdir -p "$work/src" "$work/build"
 log=$work/build.log
 
-(cd "$work/src" && apt-get source -qq "${sources[@]}" >>"$log" 2>&1) || {
-  cat "$log" >&2; say "apt-get source failed"; exit 1; }
+# Downloaded first and unpacked after: the mirror lacks the upstream
+# signature (.orig.tar.bz2.asc) that mpg123's source names, which makes a
+# plain apt-get source give up; apt has checked every file it did fetch.
+(cd "$work/src" && { apt-get source --download-only -qq "${sources[@]}" || true; } &&
+   for dsc in *.dsc; do dpkg-source -x --no-check "$dsc" || exit 1; done) >>"$log" 2>&1 || {
+  cat "$log" >&2; say "fetching the sources failed"; exit 1; }
 src_of() { find "$work/src" -mindepth 1 -maxdepth 1 -type d -name "$1-[0-9]*" | head -n 1; }
 
 common=(-DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_PREFIX_PATH="$prefix"
@@ -124,12 +133,27 @@ build sdl2_image "$(src_of libsdl2-image)" -DSDL2IMAGE_SAMPLES=OFF \
 sed -i 's/^\( *\)\(set(SDL2IMAGE_PNG\) *ON)/\1\2 OFF)  # stb_image decodes PNG/' \
   "$prefix/lib/cmake/SDL2_image/SDL2_imageConfig.cmake"
 
+# libmpg123 alone (no player, no output library, no network streams), static,
+# to be linked into SDL2_mixer. On Windows it opens files through shlwapi,
+# which every Windows ships; the static SDL2_mixer's users must link it too.
+build mpg123 "$(src_of mpg123)/ports/cmake" -DBUILD_SHARED_LIBS=OFF \
+  -DBUILD_PROGRAMS=OFF -DBUILD_LIBOUT123=OFF -DNETWORK=OFF
+if [ "$target" = windows ]; then mpg123_libs=shlwapi; else mpg123_libs=m; fi
+
 build sdl2_mixer "$(src_of libsdl2-mixer)" -DSDL2MIXER_SAMPLES=OFF \
   -DSDL2MIXER_VENDORED=OFF -DSDL2MIXER_DEPS_SHARED=OFF -DSDL2MIXER_CMD=OFF \
   -DSDL2MIXER_WAVE=ON -DSDL2MIXER_VORBIS=STB \
-  -DSDL2MIXER_MP3=ON -DSDL2MIXER_MP3_DRMP3=ON -DSDL2MIXER_MP3_MPG123=OFF \
+  -DSDL2MIXER_MP3=ON -DSDL2MIXER_MP3_DRMP3=OFF -DSDL2MIXER_MP3_MPG123=ON \
+  -DMPG123_LINK_LIBRARIES="$mpg123_libs" \
   -DSDL2MIXER_FLAC=ON -DSDL2MIXER_FLAC_DRFLAC=ON -DSDL2MIXER_FLAC_LIBFLAC=OFF \
   -DSDL2MIXER_MOD=OFF -DSDL2MIXER_MIDI=OFF -DSDL2MIXER_OPUS=OFF
+
+# The static SDL2_mixer's config finds libmpg123 again in the game's build;
+# the library it needs beside it is written into that finder as its default.
+if [ -f "$prefix/lib/cmake/SDL2_mixer/FindMPG123.cmake" ]; then
+  sed -i "s/^set(MPG123_LINK_LIBRARIES \"\"/set(MPG123_LINK_LIBRARIES \"$mpg123_libs\"/" \
+    "$prefix/lib/cmake/SDL2_mixer/FindMPG123.cmake"
+fi
 
 build sdl2_ttf "$(src_of libsdl2-ttf)" -DSDL2TTF_SAMPLES=OFF \
   -DSDL2TTF_VENDORED=OFF -DSDL2TTF_HARFBUZZ=OFF

@@ -7,7 +7,9 @@
 #   found inside the folder (ldd), none is missing;
 # - started in a virtual X window, it finds all its files, shows the title
 #   terminal after a key on the splash, and quits with 0 when its window is
-#   closed.
+#   closed;
+# - recorded through SDL's disk audio driver, its title music (decoded by the
+#   mixer in lib/) loops twice without a silent moment.
 # Usage: check_linux_archive.sh <vornco-*-linux-x86_64.tar.gz>
 set -euo pipefail
 archive=$(realpath "$1")
@@ -92,4 +94,7 @@ wait "$game_pid" || status=$?
 game_pid=""
 [ "$status" -eq 0 ] || fail "the game exited with $status"
 grep -q "session end" "$log" || fail "no session end in the log"
-echo "check_linux_archive: $name: self-contained, starts, shows its title, quits cleanly"
+
+(unset LD_LIBRARY_PATH && bash "$here/../audio/title_loop_test.sh" "$game" vornco) ||
+  fail "the title music does not loop cleanly"
+echo "check_linux_archive: $name: self-contained, starts, shows its title, quits cleanly, loops its title"

@@ -46,3 +46,13 @@ add_test(NAME RealWindow.SplashTitleFiredAndCloseUnderWine
 set_tests_properties(RealWindow.SplashTitleFiredAndCloseUnderWine PROPERTIES
   ENVIRONMENT "${VORN_WINE_ENV}" SKIP_RETURN_CODE 77 TIMEOUT 300 RUN_SERIAL ON
   DEPENDS Wine.StopServer)
+
+# The title music recorded from the .exe through SDL's disk audio driver
+# (which works under Wine, though Wine has no sound device here) across two
+# of its loop points: the Windows build's own MP3 decoder must loop it
+# without a hole. Like the window test, it needs a Wine server of its own.
+add_test(NAME TitleMusic.LoopsWithoutAGapAsRecordedUnderWine
+  COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/audio/title_loop_test.sh ${VORN_GAME_DIR} vornco.exe)
+set_tests_properties(TitleMusic.LoopsWithoutAGapAsRecordedUnderWine PROPERTIES
+  ENVIRONMENT "${VORN_WINE_ENV}" TIMEOUT 400 RUN_SERIAL ON
+  DEPENDS Wine.StopServer)

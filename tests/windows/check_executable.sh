@@ -13,7 +13,7 @@ grep -Eq '^Magic[[:space:]]+020b[[:space:]]+\(PE32\+\)' <<<"$headers" || fail "n
 grep -Eq '^Subsystem[[:space:]]+00000003[[:space:]]+\(Windows CUI\)' <<<"$headers" ||
   fail "not a console program: $(grep '^Subsystem' <<<"$headers")"
 
-system_dlls='advapi32 cfgmgr32 gdi32 imm32 kernel32 msvcrt ole32 oleaut32 setupapi shell32 user32 version winmm'
+system_dlls='advapi32 cfgmgr32 gdi32 imm32 kernel32 msvcrt ole32 oleaut32 setupapi shell32 shlwapi user32 version winmm'
 count=0
 while read -r dll; do
   name=$(tr '[:upper:]' '[:lower:]' <<<"${dll%.dll}")
