@@ -136,7 +136,7 @@ public:
         SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
         app.window = window;
         app.graphics.attach(renderer);
-        app.graphics.resetLogicalSize();
+        app.graphics.makeCanvas();
         app.graphics.loadFonts((options.game / "assets" / "fonts").u8string());
         app.art.build(renderer);
         const std::string logo = (options.game / "assets" / "images" / "studio_logo.png").u8string();
@@ -326,11 +326,11 @@ int main(int argc, char** argv) {
         }
         const bool canvasSize = width == kCanvasWidth && height == kCanvasHeight;
         const double rssStart = residentMegabytes();
-        SDL_Renderer* renderer = bench.app.graphics.renderer;
+        // The least a frame can be: the canvas cleared and presented.
+        Graphics& graphics = bench.app.graphics;
         const Timing bare = timeFrames(options.frames, [&] {
-            SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
-            SDL_RenderClear(renderer);
-            SDL_RenderPresent(renderer);
+            graphics.clear(palette::black);
+            graphics.present();
         });
         std::printf("\nframes: update + render + present, CPU time, %d frames each, software renderer,\n"
                     "%dx%d window surface %s\n",
