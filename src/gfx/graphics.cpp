@@ -146,8 +146,7 @@ void Graphics::shutdown() {
     fontCache.clear();
     canvas = nullptr;   // the renderer takes its textures with it
     if (renderer != nullptr) {
-        // Back on the window first: SDL would drop a live target itself after
-        // freeing its command queue, and leak the command that makes.
+        // Window first: SDL, dropping a live target itself, leaks a command.
         SDL_SetRenderTarget(renderer, nullptr);
         SDL_DestroyRenderer(renderer);
         renderer = nullptr;

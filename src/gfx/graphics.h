@@ -86,9 +86,8 @@ public:
     static int formatInto(char* buffer, std::size_t size, const char* format, ...)
         VORN_PRINTF_FORMAT(3);
 
-    // Limits every draw to the rectangle (canvas coordinates), or to nothing
-    // when null; a clipped draw puts down exactly the pixels of the whole
-    // draw that fall inside.
+    // Limits every draw to the rectangle (canvas pixels), or not at all when
+    // null; a clipped draw puts down exactly its whole pixels that fall inside.
     void clip(const Rect* r);
 
     // The glass effects laid over the terminal screens just before present:

@@ -184,9 +184,8 @@ public:
         Rect rect{};
         SDL_Texture* copy = nullptr;
     };
-    // The wall tile (at its own size), the casing twice (monitor and
-    // keyboard block), both glasses, the rail, the strip and the room's
-    // darkening.
+    // The wall tile, the casing twice (monitor and keyboard block), both
+    // glasses, the rail, the strip and the room's darkening.
     std::array<ScaledCopy, 8> scaledCopies{};
 };
 
