@@ -1,13 +1,18 @@
 // Measures what a frame costs without a GPU: the game's own update, render
-// and present on SDL's software renderer drawing into a 1366 x 768 window
-// (SDL's dummy video driver, whose window surface has the RGB888 format of a
-// desktop), for every screen and every station type of the shipped catalogue
-// on a fixed seed. For each it prints the median and 99th-percentile CPU time
-// of a frame and its ratio to a bare clear + present measured in the same
-// process; then start-up to the first presented frame, step by step; then
-// the resident memory after start-up and after a long run of frames.
+// and present on SDL's software renderer drawing into a window (SDL's dummy
+// video driver, whose window surface has the RGB888 format of a desktop) at
+// the sizes players' screens have, 1366 x 768 up to 3840 x 2160, for every
+// screen and every station type of the shipped catalogue on a fixed seed. For
+// each it prints the median and 99th-percentile CPU time of a frame and its
+// ratio to a bare clear + present measured in the same window; then per size
+// the heaviest frame against the heaviest at 1366 x 768; then start-up to the
+// first presented frame, step by step; then the resident memory after
+// start-up and after a long run of frames.
 //
-//   frame_bench [--game DIR] [--frames N] [--long-frames N]
+//   frame_bench [--game DIR] [--frames N] [--long-frames N] [--size WxH]
+//
+// --size measures that one size besides 1366 x 768, which is always measured
+// first: every other size is told as a multiple of it.
 //
 // scripts/bench.sh builds it in Release and runs it. It is a measurement,
 // never a test: nothing here passes or fails.
@@ -29,6 +34,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -42,6 +48,8 @@ struct Options {
     fs::path game = VORN_GAME_DIR;
     int frames = 300;
     long longFrames = 100000;
+    // Window sizes, the canvas's own first.
+    std::vector<std::pair<int, int>> sizes{{1366, 768}, {1920, 1080}, {2560, 1440}, {3840, 2160}};
 };
 
 bool parse(int argc, char** argv, Options& options) {
@@ -53,6 +61,16 @@ bool parse(int argc, char** argv, Options& options) {
             options.frames = std::max(1, std::atoi(argv[++i]));
         } else if (arg == "--long-frames" && i + 1 < argc) {
             options.longFrames = std::max(0L, std::atol(argv[++i]));
+        } else if (arg == "--size" && i + 1 < argc) {
+            int w = 0;
+            int h = 0;
+            if (std::sscanf(argv[++i], "%dx%d", &w, &h) != 2 || w <= 0 || h <= 0) {
+                return false;
+            }
+            options.sizes = {{kCanvasWidth, kCanvasHeight}};
+            if (w != kCanvasWidth || h != kCanvasHeight) {
+                options.sizes.emplace_back(w, h);
+            }
         } else {
             return false;
         }
@@ -103,12 +121,12 @@ Timing timeFrames(int frames, const std::function<void()>& frame) {
     return t;
 }
 
-// The game drawing into a real (dummy) window of the canvas's size through
-// the software renderer, with everything a frame reads loaded.
+// The game drawing into a real (dummy) window of the given size through the
+// software renderer, with everything a frame reads loaded.
 class Bench {
 public:
-    explicit Bench(const Options& options) : options(options) {
-        window = SDL_CreateWindow("The Vorn Co.", 0, 0, kCanvasWidth, kCanvasHeight, 0);
+    Bench(const Options& options, int width, int height) : options(options) {
+        window = SDL_CreateWindow("The Vorn Co.", 0, 0, width, height, 0);
         SDL_Renderer* renderer =
             window != nullptr ? SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE) : nullptr;
         if (renderer == nullptr) {
@@ -118,7 +136,7 @@ public:
         SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
         app.window = window;
         app.graphics.attach(renderer);
-        app.graphics.resetLogicalSize();
+        app.graphics.makeCanvas();
         app.graphics.loadFonts((options.game / "assets" / "fonts").u8string());
         app.art.build(renderer);
         const std::string logo = (options.game / "assets" / "images" / "studio_logo.png").u8string();
@@ -279,11 +297,12 @@ void measureStartUp(const Options& options) {
 int main(int argc, char** argv) {
     Options options;
     if (!parse(argc, argv, options)) {
-        std::fprintf(stderr, "usage: frame_bench [--game DIR] [--frames N] [--long-frames N]\n");
+        std::fprintf(stderr, "usage: frame_bench [--game DIR] [--frames N] [--long-frames N] [--size WxH]\n");
         return 2;
     }
     // The start-up is measured first, on a fresh process, as a player meets it.
     measureStartUp(options);
+    std::fflush(stdout);
 
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
         std::fprintf(stderr, "frame_bench: SDL_Init: %s\n", SDL_GetError());
@@ -292,56 +311,82 @@ int main(int argc, char** argv) {
     TTF_Init();
     IMG_Init(IMG_INIT_PNG);
     int status = 0;
-    {
-        Bench bench(options);
+    struct Heaviest {
+        int w;
+        int h;
+        Row row;
+        double bare;
+    };
+    std::vector<Heaviest> heaviest;
+    for (const auto& [width, height] : options.sizes) {
+        Bench bench(options, width, height);
         if (!bench.ready) {
             status = 1;
-        } else {
-            const double rssStart = residentMegabytes();
-            SDL_Renderer* renderer = bench.app.graphics.renderer;
-            const Timing bare = timeFrames(options.frames, [&] {
-                SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
-                SDL_RenderClear(renderer);
-                SDL_RenderPresent(renderer);
-            });
-            std::printf("\nframes: update + render + present, CPU time, %d frames each, software renderer,\n"
-                        "1366x768 window surface %s\n",
-                        options.frames, bench.format);
-            std::printf("  %-28s %11s %11s %10s\n", "", "median", "99th pct", "vs bare");
-            printRow({"bare clear + present", bare}, bare.median);
-            std::vector<Row> rows = measureScreens(bench, options.frames);
-            const std::vector<Row> stations = measureStations(bench, options.frames);
-            rows.insert(rows.end(), stations.begin(), stations.end());
-            for (const Row& row : rows) {
-                printRow(row, bare.median);
-            }
-
-            // The tables above drew every screen and station: fonts, glyph
-            // caches and the allocator have settled. Growth from here on is
-            // what a long session would see.
-            const double rssWarm = residentMegabytes();
-
-            // A long stretch of play-like frames: every station in turn, a few
-            // hundred frames each, to see whether memory creeps.
-            long done = 0;
-            std::size_t index = 0;
-            while (done < options.longFrames && !bench.app.levels.empty()) {
-                bench.startStation(index % bench.app.levels.size());
-                const double clock = bench.app.timeTotal;
-                for (int i = 0; i < 250 && done < options.longFrames; ++i, ++done) {
-                    bench.stationFrame(clock);
-                }
-                ++index;
-            }
-            std::printf("\nresident memory: %.1f MB after start-up, %.1f MB after one pass over every screen "
-                        "and station, %.1f MB after %ld more frames\n",
-                        rssStart, rssWarm, residentMegabytes(), done);
-
-            const Row& heaviest = *std::max_element(
-                rows.begin(), rows.end(), [](const Row& a, const Row& b) { return a.t.median < b.t.median; });
-            std::printf("heaviest frame: %s %.2f ms = %.0f x bare frame\n", heaviest.name.c_str(),
-                        heaviest.t.median, heaviest.t.median / bare.median);
+            break;
         }
+        const bool canvasSize = width == kCanvasWidth && height == kCanvasHeight;
+        const double rssStart = residentMegabytes();
+        // The least a frame can be: the canvas cleared and presented.
+        Graphics& graphics = bench.app.graphics;
+        const Timing bare = timeFrames(options.frames, [&] {
+            graphics.clear(palette::black);
+            graphics.present();
+        });
+        std::printf("\nframes: update + render + present, CPU time, %d frames each, software renderer,\n"
+                    "%dx%d window surface %s\n",
+                    options.frames, width, height, bench.format);
+        std::printf("  %-28s %11s %11s %10s\n", "", "median", "99th pct", "vs bare");
+        printRow({"bare clear + present", bare}, bare.median);
+        std::vector<Row> rows = measureScreens(bench, options.frames);
+        const std::vector<Row> stations = measureStations(bench, options.frames);
+        rows.insert(rows.end(), stations.begin(), stations.end());
+        for (const Row& row : rows) {
+            printRow(row, bare.median);
+        }
+        heaviest.push_back({width, height,
+                            *std::max_element(rows.begin(), rows.end(),
+                                              [](const Row& a, const Row& b) {
+                                                  return a.t.median < b.t.median;
+                                              }),
+                            bare.median});
+        std::fflush(stdout);
+        if (!canvasSize) {
+            continue;
+        }
+
+        // The tables above drew every screen and station: fonts, glyph
+        // caches and the allocator have settled. Growth from here on is
+        // what a long session would see.
+        const double rssWarm = residentMegabytes();
+
+        // A long stretch of play-like frames: every station in turn, a few
+        // hundred frames each, to see whether memory creeps.
+        long done = 0;
+        std::size_t index = 0;
+        while (done < options.longFrames && !bench.app.levels.empty()) {
+            bench.startStation(index % bench.app.levels.size());
+            const double clock = bench.app.timeTotal;
+            for (int i = 0; i < 250 && done < options.longFrames; ++i, ++done) {
+                bench.stationFrame(clock);
+            }
+            ++index;
+        }
+        std::printf("\nresident memory: %.1f MB after start-up, %.1f MB after one pass over every screen "
+                    "and station, %.1f MB after %ld more frames\n",
+                    rssStart, rssWarm, residentMegabytes(), done);
+        std::fflush(stdout);
+    }
+    if (status == 0 && !heaviest.empty()) {
+        // The first size is always the canvas's own.
+        const Heaviest& base = heaviest.front();
+        std::printf("\n");
+        for (const Heaviest& size : heaviest) {
+            std::printf("size %dx%d: heaviest %s %.2f ms = %.2f x the 1366x768 heaviest\n", size.w,
+                        size.h, size.row.name.c_str(), size.row.t.median,
+                        size.row.t.median / base.row.t.median);
+        }
+        std::printf("heaviest frame: %s %.2f ms = %.0f x bare frame\n", base.row.name.c_str(),
+                    base.row.t.median, base.row.t.median / base.bare);
     }
     IMG_Quit();
     TTF_Quit();

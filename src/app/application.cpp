@@ -98,9 +98,13 @@ bool Application::init() {
     // screen, so systems without a window manager still get a real window.
     SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
     graphics.resetLogicalSize();
+    // The window's output, asked while the window rather than the canvas is
+    // the target.
     int outputW = 0;
     int outputH = 0;
+    SDL_SetRenderTarget(graphics.renderer, nullptr);
     SDL_GetRendererOutputSize(graphics.renderer, &outputW, &outputH);
+    SDL_SetRenderTarget(graphics.renderer, graphics.canvas);
     SDL_Log("Display: renderer output %dx%d (logical %dx%d)", outputW, outputH, kCanvasWidth,
             kCanvasHeight);
 

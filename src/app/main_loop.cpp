@@ -40,16 +40,17 @@ void Application::processEvents() {
             if (event.window.event == SDL_WINDOWEVENT_RESIZED ||
                 event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED) {
                 graphics.resetLogicalSize();
-                // The stretched pieces of the room are kept at their size
-                // on the output, which has just changed.
-                art.makeScaledCopies(graphics.renderer);
             }
         } else if (event.type == SDL_RENDER_TARGETS_RESET) {
             // The renderer dropped what its target textures held (Direct3D
-            // does this when the window is resized): draw the copies again.
+            // does this when the window is resized): the canvas and the
+            // copies are made again.
+            graphics.makeCanvas();
             art.makeScaledCopies(graphics.renderer);
         } else if (event.type == SDL_RENDER_DEVICE_RESET) {
-            // Every texture went with the device: paint and load them again.
+            // Every texture went with the device: the canvas is made again,
+            // the art painted and the logo loaded again.
+            graphics.makeCanvas();
             reloadTextures();
         } else {
             applyInputEvent(event, input);

@@ -72,6 +72,7 @@ bool Graphics::init(SDL_Window* window) {
         return false;
     }
     attach(created);
+    makeCanvas();
     return true;
 }
 
@@ -103,13 +104,37 @@ bool Graphics::loadFonts(const std::string& folder) {
     return !gameFontPath.empty();
 }
 
-void Graphics::resetLogicalSize() {
-    if (renderer == nullptr) {
-        return;
+bool Graphics::makeCanvas() {
+    SDL_SetRenderTarget(renderer, nullptr);
+    SDL_DestroyTexture(canvas);   // none yet is fine
+    // The window's own (32-bit) format: drawn with the blits the window was,
+    // copied to it as it is, smoothly when scaled. Tests' canvases: RGBA32.
+    SDL_Window* window = SDL_RenderGetWindow(renderer);
+    Uint32 format = window != nullptr ? SDL_GetWindowPixelFormat(window)
+                                      : static_cast<Uint32>(SDL_PIXELFORMAT_RGBA32);
+    if (SDL_BYTESPERPIXEL(format) != 4 || SDL_ISPIXELFORMAT_FOURCC(format)) {
+        format = SDL_PIXELFORMAT_RGBA32;
     }
-    // Any scale factor, letter-boxed: the canvas keeps its shape on every display.
+    canvas = SDL_RenderTargetSupported(renderer) == SDL_TRUE
+                 ? SDL_CreateTexture(renderer, format, SDL_TEXTUREACCESS_TARGET, kCanvasWidth,
+                                     kCanvasHeight)
+                 : nullptr;
+    if (canvas != nullptr && (SDL_SetTextureBlendMode(canvas, SDL_BLENDMODE_NONE) != 0 ||
+                              SDL_SetTextureScaleMode(canvas, SDL_ScaleModeLinear) != 0 ||
+                              SDL_SetRenderTarget(renderer, canvas) != 0)) {
+        SDL_DestroyTexture(canvas);
+        canvas = nullptr;
+    }
+    return canvas != nullptr;
+}
+
+void Graphics::resetLogicalSize() {
+    // Any scale factor, letter-boxed: the canvas keeps its shape on every
+    // display. The size belongs to the window, so it is set on the window.
+    SDL_SetRenderTarget(renderer, nullptr);
     SDL_RenderSetLogicalSize(renderer, kCanvasWidth, kCanvasHeight);
     SDL_RenderSetIntegerScale(renderer, SDL_FALSE);
+    SDL_SetRenderTarget(renderer, canvas);
 }
 
 void Graphics::shutdown() {
@@ -119,7 +144,10 @@ void Graphics::shutdown() {
         }
     }
     fontCache.clear();
+    canvas = nullptr;   // the renderer takes its textures with it
     if (renderer != nullptr) {
+        // Window first: SDL, dropping a live target itself, leaks a command.
+        SDL_SetRenderTarget(renderer, nullptr);
         SDL_DestroyRenderer(renderer);
         renderer = nullptr;
     }
@@ -147,7 +175,17 @@ void Graphics::clear(Color c) {
     SDL_RenderClear(renderer);
 }
 
-void Graphics::present() { SDL_RenderPresent(renderer); }
+void Graphics::present() {
+    // A black letter box, and the canvas in the logical viewport in one copy.
+    if (canvas != nullptr) {
+        SDL_SetRenderTarget(renderer, nullptr);
+        SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
+        SDL_RenderClear(renderer);
+        SDL_RenderCopy(renderer, canvas, nullptr, nullptr);
+    }
+    SDL_RenderPresent(renderer);
+    SDL_SetRenderTarget(renderer, canvas);
+}
 
 void Graphics::rect(const Rect& r, Color c, bool filled) {
     const SDL_Rect sr{r.x, r.y, r.w, r.h};
@@ -357,26 +395,8 @@ int Graphics::formatInto(char* buffer, std::size_t size, const char* format, ...
     return written < 0 ? -1 : written;
 }
 
-void Graphics::clip(const Rect& r) {
-    const SDL_Rect sr{r.x, r.y, r.w, r.h};
-    SDL_RenderSetClipRect(renderer, &sr);
-}
-
-void Graphics::noClip() { SDL_RenderSetClipRect(renderer, nullptr); }
-
-bool Graphics::oneToOne() const {
-    float scaleX = 0.0f;
-    float scaleY = 0.0f;
-    SDL_Rect viewport{};
-    SDL_RenderGetScale(renderer, &scaleX, &scaleY);
-    SDL_RenderGetViewport(renderer, &viewport);
-    return scaleX == 1.0f && scaleY == 1.0f && viewport.x == 0 && viewport.y == 0;
-}
-
 void Graphics::monitorOverlay() {
-    const Rect& glass = kMonitorGlass;
-    const SDL_Rect clip{glass.x, glass.y, glass.w, glass.h};
-    SDL_RenderSetClipRect(renderer, &clip);
+    clip(&kMonitorGlass);
 
     // Scan lines every third row.
     for (int y = 78; y < 690; y += 3) {
@@ -398,8 +418,12 @@ void Graphics::monitorOverlay() {
     for (int y = 96; y <= 135; ++y) {
         rect({287, y, 792, 1}, rgb(255, 255, 255, 10), true);
     }
+    clip(nullptr);
+}
 
-    SDL_RenderSetClipRect(renderer, nullptr);
+void Graphics::clip(const Rect* r) {
+    const SDL_Rect sr = r != nullptr ? SDL_Rect{r->x, r->y, r->w, r->h} : SDL_Rect{};
+    SDL_RenderSetClipRect(renderer, r != nullptr ? &sr : nullptr);
 }
 
 }  // namespace vorn

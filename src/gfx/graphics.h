@@ -5,6 +5,9 @@
 // arcs, centred images) and text in six fixed sizes from two fonts. Nothing is
 // cached between frames except the opened fonts: every string is rasterised
 // anew each time it is drawn, which keeps the screens free of stale text.
+// Every frame is drawn into one 1366 x 768 texture, pixel for pixel, and
+// present lays it into the window in one scaled, letter-boxed copy (drawing
+// at the window's scale cost five times more at 1920 x 1080 and lost lines).
 
 #include "gfx/color.h"
 #include "gfx/geometry.h"
@@ -49,11 +52,14 @@ public:
     Graphics(const Graphics&) = delete;
     Graphics& operator=(const Graphics&) = delete;
 
-    // Creates the renderer (accelerated with vsync, else software).
+    // Creates the renderer (accelerated with vsync, else software) and the canvas.
     bool init(SDL_Window* window);
-    // Takes over a renderer made elsewhere (tests draw into a software canvas)
-    // and applies the same blend mode, filtering and logical size as init.
+    // Takes over a renderer made elsewhere (tests draw into a software canvas),
+    // as init does, drawing straight into its output until makeCanvas.
     void attach(SDL_Renderer* existing);
+    // (Re)makes the canvas and draws into it; false, drawing straight into the
+    // output, without render targets. Again after lost targets or device.
+    bool makeCanvas();
     // Finds the game and display fonts; they are opened lazily by fontFor.
     bool loadFonts(const std::string& folder);
     void resetLogicalSize();
@@ -80,20 +86,17 @@ public:
     static int formatInto(char* buffer, std::size_t size, const char* format, ...)
         VORN_PRINTF_FORMAT(3);
 
-    // Limits every draw to the rectangle (canvas coordinates) until
-    // noClip; a clipped draw puts down exactly the pixels of the whole draw
-    // that fall inside.
-    void clip(const Rect& r);
-    void noClip();
-    // True when the canvas maps pixel for pixel onto the output (no scaling,
-    // no letterbox): there clipped pieces of a draw meet edge to edge.
-    bool oneToOne() const;
+    // Limits every draw to the rectangle (canvas pixels), or not at all when
+    // null; a clipped draw puts down exactly its whole pixels that fall inside.
+    void clip(const Rect* r);
 
     // The glass effects laid over the terminal screens just before present:
     // scan lines, darkened edges and a faint glare, clipped to the glass.
     void monitorOverlay();
 
     SDL_Renderer* renderer = nullptr;
+    // What every frame is drawn into; null while drawing straight to the output.
+    SDL_Texture* canvas = nullptr;
     std::unordered_map<TextSize, TTF_Font*, TextSizeHash> fontCache;
     std::string fontPath;
     std::string gameFontPath;

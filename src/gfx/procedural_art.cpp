@@ -377,44 +377,32 @@ namespace {
 // The source stretched over the whole of a new target texture of the given
 // size, by the renderer's own scaling, with its blending off so the copy
 // holds exactly the pixels a stretched copy would lay down; the copy then
-// gets the source's blend mode. An opaque copy is kept in the renderer's
-// own first format, so a frame copies it without reordering its bytes (the
-// values are the same in either order); a see-through one keeps the
-// source's, whose blend the pinned frames were drawn with. Null when the
-// renderer cannot do it.
+// gets the source's blend mode. An opaque copy takes the format of the
+// canvas it is drawn onto, so a frame copies it unconverted; a see-through
+// one keeps the source's, whose blend the pinned frames were drawn with.
+// Null when the renderer cannot do it.
 SDL_Texture* stretchedCopy(SDL_Renderer* renderer, SDL_Texture* source, int w, int h) {
     Uint32 format = 0;
     SDL_BlendMode mode = SDL_BLENDMODE_NONE;
+    SDL_Texture* previous = SDL_GetRenderTarget(renderer);
     if (SDL_QueryTexture(source, &format, nullptr, nullptr, nullptr) != 0 ||
-        SDL_GetTextureBlendMode(source, &mode) != 0) {
+        SDL_GetTextureBlendMode(source, &mode) != 0 ||
+        (mode == SDL_BLENDMODE_NONE && previous != nullptr &&
+         SDL_QueryTexture(previous, &format, nullptr, nullptr, nullptr) != 0)) {
         return nullptr;
-    }
-    SDL_RendererInfo info;
-    if (mode == SDL_BLENDMODE_NONE && SDL_GetRendererInfo(renderer, &info) == 0 &&
-        info.num_texture_formats > 0 && SDL_BYTESPERPIXEL(info.texture_formats[0]) == 4 &&
-        !SDL_ISPIXELFORMAT_FOURCC(info.texture_formats[0])) {
-        format = info.texture_formats[0];
     }
     SDL_Texture* copy = SDL_CreateTexture(renderer, format, SDL_TEXTUREACCESS_TARGET, w, h);
     if (copy == nullptr) {
         return nullptr;
     }
-    SDL_Texture* previous = SDL_GetRenderTarget(renderer);
-    Uint8 r = 0;
-    Uint8 g = 0;
-    Uint8 b = 0;
-    Uint8 a = 0;
-    SDL_GetRenderDrawColor(renderer, &r, &g, &b, &a);
+    // Unblended over the whole copy, so no clear is needed first.
     bool drawn = SDL_SetRenderTarget(renderer, copy) == 0;
     if (drawn) {
-        SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
-        SDL_RenderClear(renderer);
         SDL_SetTextureBlendMode(source, SDL_BLENDMODE_NONE);
         drawn = SDL_RenderCopy(renderer, source, nullptr, nullptr) == 0;
         SDL_SetTextureBlendMode(source, mode);
         SDL_SetRenderTarget(renderer, previous);
     }
-    SDL_SetRenderDrawColor(renderer, r, g, b, a);
     if (!drawn) {
         SDL_DestroyTexture(copy);
         return nullptr;
@@ -440,19 +428,12 @@ void ProceduralArt::makeScaledCopies(SDL_Renderer* renderer) {
         {bottomStrip, kBottomStrip, nullptr},
         {roomOverlay, {0, 0, kCanvasWidth, kCanvasHeight}, nullptr},
     }};
-    // The size on the output: the canvas's rectangle times the renderer's
-    // scale (1 when the output is the canvas's own 1366 x 768).
-    float scaleX = 1.0f;
-    float scaleY = 1.0f;
-    SDL_RenderGetScale(renderer, &scaleX, &scaleY);
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         scaledCopies[i] = wanted[i];
-        if (wanted[i].source == nullptr) {
-            continue;
+        if (wanted[i].source != nullptr) {
+            scaledCopies[i].copy =
+                stretchedCopy(renderer, wanted[i].source, wanted[i].rect.w, wanted[i].rect.h);
         }
-        const int w = std::max(1, static_cast<int>(std::lround(wanted[i].rect.w * scaleX)));
-        const int h = std::max(1, static_cast<int>(std::lround(wanted[i].rect.h * scaleY)));
-        scaledCopies[i].copy = stretchedCopy(renderer, wanted[i].source, w, h);
     }
 }
 

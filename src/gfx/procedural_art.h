@@ -145,12 +145,10 @@ public:
     // Paints and uploads every texture and makes their scaled copies; true
     // when all nine were created. Any earlier set is released first.
     bool build(SDL_Renderer* renderer);
-    // (Re)makes the copies of the textures the room and terminal draw, each at
-    // the size its rectangle covers on the renderer's output, so a frame
-    // copies them pixel for pixel instead of stretching them anew. Needed
-    // again when the output size changes or the renderer loses the contents
-    // of its target textures. Without render targets there are no copies
-    // and the textures are stretched every frame, as before.
+    // (Re)makes the copies of the textures the room and terminal draw, each
+    // stretched once to the size it covers on the canvas, so a frame copies
+    // them pixel for pixel. Again when the renderer loses its targets'
+    // contents; without render targets the textures are stretched every frame.
     void makeScaledCopies(SDL_Renderer* renderer);
     void releaseScaledCopies();
     // The copy of `source` made for a rectangle of r's size, or null.
@@ -186,9 +184,8 @@ public:
         Rect rect{};
         SDL_Texture* copy = nullptr;
     };
-    // The wall tile (at its own size), the casing twice (monitor and
-    // keyboard block), both glasses, the rail, the strip and the room's
-    // darkening.
+    // The wall tile, the casing twice (monitor and keyboard block), both
+    // glasses, the rail, the strip and the room's darkening.
     std::array<ScaledCopy, 8> scaledCopies{};
 };
 

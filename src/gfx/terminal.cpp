@@ -33,12 +33,11 @@ constexpr int kOuterFaceRadius = 26;
 // below, left and right of it), clipped to that piece, so it lands everywhere
 // but inside `hidden`, each pixel once. Used only where an opaque fill covers
 // `hidden` before anything else is drawn there to be seen, so the picture is
-// the same while far fewer pixels are touched. Where the canvas is scaled
-// onto the output the pieces' edges would round and could overlap, so there
-// the draw is made whole.
+// the same while far fewer pixels are touched. Without a canvas the draw is
+// at the window's scale, where the pieces' edges could overlap: made whole.
 template <typename Draw>
 void drawAround(Graphics& g, const Rect& hidden, Draw draw) {
-    if (!g.oneToOne()) {
+    if (g.canvas == nullptr) {
         draw();
         return;
     }
@@ -52,11 +51,11 @@ void drawAround(Graphics& g, const Rect& hidden, Draw draw) {
     };
     for (const Rect& piece : pieces) {
         if (piece.w > 0 && piece.h > 0) {
-            g.clip(piece);
+            g.clip(&piece);
             draw();
         }
     }
-    g.noClip();
+    g.clip(nullptr);
 }
 
 // The keyboard block in front of the monitor: a soft shadow, the plastic,
@@ -166,9 +165,7 @@ void stretchInto(Graphics& g, const ProceduralArt& art, SDL_Texture* tex, const 
     g.blitCentered(copy != nullptr ? copy : tex, r.x + r.w / 2, r.y + r.h / 2, r.w, r.h);
 }
 
-void drawRoom(Graphics& g, const ProceduralArt& art) { drawRoomAround(g, art, nullptr); }
-
-void drawRoomAround(Graphics& g, const ProceduralArt& art, const Rect* hidden) {
+void drawRoom(Graphics& g, const ProceduralArt& art, const Rect* hidden) {
     // Only copies made at their drawn size are clipped: a clipped stretch
     // could round its source differently.
     const auto copyAround = [&](SDL_Texture* tex, const Rect& r) {
@@ -206,7 +203,7 @@ void drawRoomAround(Graphics& g, const ProceduralArt& art, const Rect* hidden) {
 void drawTerminal(Graphics& g, const ProceduralArt& art, Color screenColor) {
     // The monitor's outer face will cover most of the room.
     const Rect hidden = solidBand(kOuterFace, kOuterFaceRadius);
-    drawRoomAround(g, art, &hidden);
+    drawRoom(g, art, &hidden);
     drawKeyboardBlock(g, art);
     drawNeck(g);
     drawFloorShadow(g);

@@ -43,12 +43,10 @@ constexpr int kBoltRadius = 4;
 void stretchInto(Graphics& g, const ProceduralArt& art, SDL_Texture* tex, const Rect& r);
 
 // The wall, the rail with its bolts, the hazard strip and the darkening
-// towards the corners, in that order.
-void drawRoom(Graphics& g, const ProceduralArt& art);
-// The same, leaving out of the wall and the darkening whatever lies inside
-// `hidden` (when not null), which the caller paints over, opaque, before
-// anything drawn there could show.
-void drawRoomAround(Graphics& g, const ProceduralArt& art, const Rect* hidden);
+// towards the corners, in that order; the wall and the darkening leave out
+// whatever lies inside `hidden` (when not null), which the caller paints
+// over, opaque, before anything drawn there could show.
+void drawRoom(Graphics& g, const ProceduralArt& art, const Rect* hidden = nullptr);
 
 // The room with the monitor in front of it. The screen colour picks the
 // glass: red when its red byte beats its green byte, green otherwise; it is

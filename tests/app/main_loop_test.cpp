@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace vorn::test {
 namespace {
 
@@ -138,8 +140,17 @@ TEST_F(MainLoop, RunReturnsOnceQuitArrives) {
     EXPECT_FALSE(app.running);
 }
 
+// The logical size belongs to the window; between frames the canvas texture
+// is the renderer's target, so the window's values are read with the window
+// made the target for a moment.
+void onTheWindow(Graphics& graphics, const std::function<void(SDL_Renderer*)>& look) {
+    SDL_SetRenderTarget(graphics.renderer, nullptr);
+    look(graphics.renderer);
+    SDL_SetRenderTarget(graphics.renderer, graphics.canvas);
+}
+
 TEST_F(MainLoop, ResizeKeepsTheCanvasLogicalSize) {
-    SDL_RenderSetLogicalSize(app.graphics.renderer, 640, 480);
+    onTheWindow(app.graphics, [](SDL_Renderer* r) { SDL_RenderSetLogicalSize(r, 640, 480); });
     SDL_Event event{};
     event.type = SDL_WINDOWEVENT;
     event.window.event = SDL_WINDOWEVENT_RESIZED;
@@ -149,10 +160,14 @@ TEST_F(MainLoop, ResizeKeepsTheCanvasLogicalSize) {
     app.processEvents();
     int w = 0;
     int h = 0;
-    SDL_RenderGetLogicalSize(app.graphics.renderer, &w, &h);
+    SDL_bool integerScale = SDL_TRUE;
+    onTheWindow(app.graphics, [&](SDL_Renderer* r) {
+        SDL_RenderGetLogicalSize(r, &w, &h);
+        integerScale = SDL_RenderGetIntegerScale(r);
+    });
     EXPECT_EQ(w, 1366);
     EXPECT_EQ(h, 768);
-    EXPECT_EQ(SDL_RenderGetIntegerScale(app.graphics.renderer), SDL_FALSE);
+    EXPECT_EQ(integerScale, SDL_FALSE);
 }
 
 TEST_F(MainLoop, ScaledWindowEventsArriveInCanvasPixels) {
@@ -160,12 +175,14 @@ TEST_F(MainLoop, ScaledWindowEventsArriveInCanvasPixels) {
     // letter-boxed logical size, so the game always sees canvas pixels.
     int outW = 0;
     int outH = 0;
-    SDL_GetRendererOutputSize(app.graphics.renderer, &outW, &outH);
     float scaleX = 0;
     float scaleY = 0;
-    SDL_RenderGetScale(app.graphics.renderer, &scaleX, &scaleY);
     SDL_Rect viewport;
-    SDL_RenderGetViewport(app.graphics.renderer, &viewport);
+    onTheWindow(app.graphics, [&](SDL_Renderer* r) {
+        SDL_GetRendererOutputSize(r, &outW, &outH);
+        SDL_RenderGetScale(r, &scaleX, &scaleY);
+        SDL_RenderGetViewport(r, &viewport);
+    });
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
     event.motion.windowID = SDL_GetWindowID(app.window);

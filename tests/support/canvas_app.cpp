@@ -28,6 +28,9 @@ std::vector<Color> grab(const SoftwareCanvas& canvas) {
 
 CanvasApp::CanvasApp(CanvasAppOptions options) {
     app.graphics.attach(canvas.graphics.renderer);
+    // As in the game: every frame is drawn into the canvas texture and
+    // present copies it onto the surface, here one to one.
+    app.graphics.makeCanvas();
     if (options.fonts) {
         if (!canvas.startedTtf) {
             canvas.startedTtf = TTF_Init() == 0;

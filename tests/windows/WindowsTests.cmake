@@ -34,8 +34,9 @@ add_test(NAME Wine.StopServer COMMAND sh -c "wineserver -k || true")
 set_tests_properties(Wine.StartServer PROPERTIES FIXTURES_SETUP wine ENVIRONMENT "${VORN_WINE_ENV}")
 set_tests_properties(Wine.StopServer PROPERTIES FIXTURES_CLEANUP wine ENVIRONMENT "${VORN_WINE_ENV}")
 
-# 64-bit, console subsystem, and nothing but Windows' own DLLs to import.
-add_test(NAME WindowsExecutable.ConsoleProgramImportingOnlySystemDlls
+# 64-bit, console subsystem, nothing but Windows' own DLLs to import, and a
+# manifest declaring per-monitor DPI awareness.
+add_test(NAME WindowsExecutable.ConsoleProgramImportingOnlySystemDllsAndMonitorDpiAware
   COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/check_executable.sh $<TARGET_FILE:vornco>)
 
 # The .exe in a real (virtual) X window under Wine, played as natively.
@@ -55,4 +56,12 @@ add_test(NAME TitleMusic.LoopsWithoutAGapAsRecordedUnderWine
   COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/audio/title_loop_test.sh ${VORN_GAME_DIR} vornco.exe)
 set_tests_properties(TitleMusic.LoopsWithoutAGapAsRecordedUnderWine PROPERTIES
   ENVIRONMENT "${VORN_WINE_ENV}" TIMEOUT 400 RUN_SERIAL ON
+  DEPENDS Wine.StopServer)
+
+# The same at a 1920x1080 screen: the canvas scaled into the window, every
+# click and probe taken through that scale.
+add_test(NAME RealWindow.SplashTitleFiredAndCloseUnderWineAt1920x1080
+  COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/window/real_window_test.sh ${VORN_GAME_DIR} vornco.exe 1920x1080)
+set_tests_properties(RealWindow.SplashTitleFiredAndCloseUnderWineAt1920x1080 PROPERTIES
+  ENVIRONMENT "${VORN_WINE_ENV}" SKIP_RETURN_CODE 77 TIMEOUT 300 RUN_SERIAL ON
   DEPENDS Wine.StopServer)
