@@ -15,7 +15,7 @@
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_desk.h"
 #include "support/text_probe.h"
 
@@ -1437,9 +1437,9 @@ TEST(AimSolvers, ClearHotColdOnEveryDifficulty) {
 // What a solved run sounds like: the accepted steps' clicks, then the pass
 // as the very last request, and nothing else.
 std::vector<std::string> soundsOfASolvedRun(const std::string& type, std::uint32_t seed) {
-    StationBench bench(shippedRecord(type), seed);
+    StationDriver bench(shippedRecord(type), seed);
     const std::unique_ptr<Solver> solver = makeAimSolver(type);
-    const StationBench::Outcome out =
+    const StationDriver::Outcome out =
         bench.play(*solver, clockFor(bench.def, Difficulty::medium));
     EXPECT_EQ(out.result, LevelResult::Solved) << type;
     return bench.sounds;
@@ -1500,7 +1500,7 @@ Careless<T, Pick> careless(Pick p) {
 }
 
 TEST(AimWrongMoves, SwattingARedFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("whack"), 5489);   // the first pop-up is red
+    StationDriver bench(shippedRecord("whack"), 5489);   // the first pop-up is red
     auto wrong = careless<WhackLevel>([](const WhackLevel& level, int& x, int& y) {
         for (const WhackLevel::Slot& s : level.slots) {
             if (s.active && s.red) {
@@ -1517,16 +1517,16 @@ TEST(AimWrongMoves, SwattingARedFiresWithTheFailSound) {
 }
 
 TEST(AimWrongMoves, LettingGreensGoFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("whack"), 5489);
+    StationDriver bench(shippedRecord("whack"), 5489);
     auto idle = careless<WhackLevel>([](const WhackLevel&, int&, int&) { return false; });
-    const StationBench::Outcome out = bench.play(idle, 20.0);
+    const StationDriver::Outcome out = bench.play(idle, 20.0);
     EXPECT_EQ(out.result, LevelResult::Failed);
     EXPECT_EQ(bench.sounds, std::vector<std::string>{"fail"});
     EXPECT_EQ(dynamic_cast<const WhackLevel&>(*bench.station).strikes, 3);
 }
 
 TEST(AimWrongMoves, ClickingADarkDeskFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("doubleclick"), 5489);
+    StationDriver bench(shippedRecord("doubleclick"), 5489);
     auto wrong = careless<DoubleClickLevel>([](const DoubleClickLevel& level, int& x, int& y) {
         const Rect& c = level.cells[(level.litCell + 4) % 8];
         x = c.x + c.w / 2;
@@ -1538,7 +1538,7 @@ TEST(AimWrongMoves, ClickingADarkDeskFiresWithTheFailSound) {
 }
 
 TEST(AimWrongMoves, ClickingTheRingFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("precision"), 5489);
+    StationDriver bench(shippedRecord("precision"), 5489);
     auto wrong = careless<PrecisionLevel>([](const PrecisionLevel& level, int& x, int& y) {
         x = static_cast<int>(level.x) + 30;
         y = static_cast<int>(level.y);
@@ -1549,7 +1549,7 @@ TEST(AimWrongMoves, ClickingTheRingFiresWithTheFailSound) {
 }
 
 TEST(AimWrongMoves, GrabbingTheShyButtonFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("decoy"), 5489);
+    StationDriver bench(shippedRecord("decoy"), 5489);
     auto wrong = careless<DecoyLevel>([](const DecoyLevel& level, int& x, int& y) {
         x = static_cast<int>(level.x);
         y = static_cast<int>(level.y);
@@ -1560,7 +1560,7 @@ TEST(AimWrongMoves, GrabbingTheShyButtonFiresWithTheFailSound) {
 }
 
 TEST(AimWrongMoves, ClickingInTheColdFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("hotcold"), 5489);
+    StationDriver bench(shippedRecord("hotcold"), 5489);
     auto wrong = careless<HotColdLevel>([](const HotColdLevel& level, int& x, int& y) {
         const Rect& p = level.playArea;
         // The corner farthest from the spot.
@@ -1573,7 +1573,7 @@ TEST(AimWrongMoves, ClickingInTheColdFiresWithTheFailSound) {
 }
 
 TEST(AimWrongMoves, LettingGoOfTheGreasedKnobOnTheMarkNeverSolves) {
-    StationBench bench(shippedRecord("greased"), 5489);
+    StationDriver bench(shippedRecord("greased"), 5489);
     // One quick click on the mark, then hands off: the knob slides home.
     struct Flick final : Solver {
         bool pressed = false;
@@ -1585,7 +1585,7 @@ TEST(AimWrongMoves, LettingGoOfTheGreasedKnobOnTheMarkNeverSolves) {
                           !pressed};
         }
     } flick;
-    const StationBench::Outcome out = bench.play(flick, 8.0);
+    const StationDriver::Outcome out = bench.play(flick, 8.0);
     EXPECT_EQ(out.result, LevelResult::Running);
     EXPECT_EQ(bench.sounds, std::vector<std::string>{});
 }

@@ -9,7 +9,7 @@
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
 #include "support/board_scenes.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_sounds.h"
 #include "support/text_probe.h"
 
@@ -438,7 +438,7 @@ struct KeyPresser final : Solver {
 };
 
 TEST(KeypadSolver, PressingAnUnlitKeyFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("keypad"), 4);
+    StationDriver bench(shippedRecord("keypad"), 4);
     const auto& level = dynamic_cast<const KeypadLevel&>(*bench.station);
     KeyPresser wrong;
     for (int k = 0; k < 9 && wrong.keys.empty(); ++k) {
@@ -451,18 +451,18 @@ TEST(KeypadSolver, PressingAnUnlitKeyFailsWithTheFailSound) {
 }
 
 TEST(KeypadSolver, PressingTheLitKeysOutOfOrderFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("keypad"), 9);
+    StationDriver bench(shippedRecord("keypad"), 9);
     const auto& level = dynamic_cast<const KeypadLevel&>(*bench.station);
     KeyPresser wrong;
     wrong.keys = {level.keys[level.sequence[0]], level.keys[level.sequence[2]]};
-    const StationBench::Outcome out = bench.play(wrong, 10.0);
+    const StationDriver::Outcome out = bench.play(wrong, 10.0);
     EXPECT_EQ(out.result, LevelResult::Failed);
     EXPECT_EQ(level.progress, 1);
     EXPECT_TRUE(bench.lastSoundWasFail());
 }
 
 TEST(LiarKeypadSolver, TypingTheCodeAsLabelledFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("liarkeypad"), 6);
+    StationDriver bench(shippedRecord("liarkeypad"), 6);
     const auto& level = dynamic_cast<const LiarKeypadLevel&>(*bench.station);
     KeyPresser honest;
     for (int key = 0; key < 10; ++key) {
@@ -475,7 +475,7 @@ TEST(LiarKeypadSolver, TypingTheCodeAsLabelledFailsWithTheFailSound) {
 }
 
 TEST(LiarKeypadSolver, SolvingPlaysThePassSound) {
-    StationBench bench(shippedRecord("liarkeypad"), 6);
+    StationDriver bench(shippedRecord("liarkeypad"), 6);
     std::unique_ptr<Solver> solver = makeSolver("liarkeypad");
     EXPECT_EQ(bench.play(*solver, 30.0).result, LevelResult::Solved);
     EXPECT_TRUE(bench.lastSoundWasPass());

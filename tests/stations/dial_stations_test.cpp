@@ -8,7 +8,7 @@
 #include "stations/level_factory.h"
 #include "support/draws_by_hand.h"
 #include "support/solvers/family_solvers.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_sounds.h"
 
 #include <gtest/gtest.h>
@@ -588,14 +588,14 @@ TEST(CalibrateSolver, ClearsTheSensorsOnEveryDifficulty) {
 TEST(ScaleSolver, ClearsTheShippingScaleOnEveryDifficulty) { EXPECT_EQ(unsolvedRuns("scale"), ""); }
 
 TEST(DialSolver, SolvingPlaysThePassSound) {
-    StationBench bench(shippedRecord("dial"), 3);
+    StationDriver bench(shippedRecord("dial"), 3);
     std::unique_ptr<Solver> solver = makeSolver("dial");
     EXPECT_EQ(bench.play(*solver, 30.0).result, LevelResult::Solved);
     EXPECT_TRUE(bench.lastSoundWasPass());
 }
 
 TEST(DialSolver, YankingTheKnobPastTheBandBuzzesAndStartsAgainFromZero) {
-    StationBench bench(shippedRecord("dial"), 3);
+    StationDriver bench(shippedRecord("dial"), 3);
     const auto& level = dynamic_cast<const DialLevel&>(*bench.station);
     const int x = level.centerX - 100;
     const int y = level.centerY;
@@ -615,7 +615,7 @@ TEST(ScaleSolver, BalancingTheReadoutInsteadOfTheBeamNeverPasses) {
     // the beam with a hidden 19 (raw 2525503112 % 40 + 40, 3251949050 % 20 +
     // 10, 3002649184 % 20 + 15): the readout climbs 39, 44, ..., 74, seven
     // adds, and ends balanced while the beam is still 17 light.
-    StationBench bench(shippedRecord("scale"), 2024);
+    StationDriver bench(shippedRecord("scale"), 2024);
     const auto& level = dynamic_cast<const ScaleLevel&>(*bench.station);
     ASSERT_EQ(level.target, 72);
     ASSERT_EQ(level.weight, 20);

@@ -11,7 +11,7 @@
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_desk.h"
 #include "support/station_sounds.h"
 #include "support/text_probe.h"
@@ -1137,16 +1137,16 @@ TEST(GridSolvers, TheLightsSolverFinishesAPanelDealtAllLit) {
         ASSERT_LT(seed, 100000u);
     }
     const LevelDef def = shippedRecord("lightsout");
-    StationBench bench(def, seed);
+    StationDriver bench(def, seed);
     std::unique_ptr<Solver> solver = makeSolver("lightsout");
-    const StationBench::Outcome out = bench.play(*solver, clockFor(def, Difficulty::vorn));
+    const StationDriver::Outcome out = bench.play(*solver, clockFor(def, Difficulty::vorn));
     EXPECT_EQ(out.result, LevelResult::Solved);
 }
 
 // Plays one station with a solver and expects the pass sound with the verdict.
 void expectSolvedWithPass(const std::string& type, std::uint32_t seed) {
     const LevelDef def = shippedRecord(type);
-    StationBench bench(def, seed);
+    StationDriver bench(def, seed);
     std::unique_ptr<Solver> solver = makeSolver(type);
     EXPECT_EQ(bench.play(*solver, clockFor(def, Difficulty::vorn)).result, LevelResult::Solved);
     EXPECT_TRUE(bench.lastSoundWasPass()) << type;
@@ -1160,7 +1160,7 @@ TEST(GridBench, EachStationPlaysThePassSoundWithItsVerdict) {
 }
 
 // A real click through SDL events, a frame for the press and one for the release.
-LevelResult clickThrough(StationBench& bench, int x, int y) {
+LevelResult clickThrough(StationDriver& bench, int x, int y) {
     pushMotion(x, y);
     pushButton(true, x, y);
     const LevelResult r = bench.frame(1.0 / 60.0);
@@ -1172,14 +1172,14 @@ LevelResult clickThrough(StationBench& bench, int x, int y) {
 }
 
 // A click through the bench and exactly the sounds it asked for.
-std::vector<std::string> soundsOfClick(StationBench& bench, int x, int y, LevelResult expected) {
+std::vector<std::string> soundsOfClick(StationDriver& bench, int x, int y, LevelResult expected) {
     const std::size_t before = bench.sounds.size();
     EXPECT_EQ(clickThrough(bench, x, y), expected);
     return soundsFrom(bench.sounds, before);
 }
 
 TEST(GridBench, TheMazeFiresWithTheFailSoundOnANeighbouringWall) {
-    StationBench bench(shippedRecord("maze"), 11);
+    StationDriver bench(shippedRecord("maze"), 11);
     const auto& m = dynamic_cast<const MazeLevel&>(*bench.station);
     const int r = m.playerRow;
     const int wallRow = r > 0 && m.wall[r - 1][0] ? r - 1 : r + 1;
@@ -1189,7 +1189,7 @@ TEST(GridBench, TheMazeFiresWithTheFailSoundOnANeighbouringWall) {
 }
 
 TEST(GridBench, AMazeStepClicks) {
-    StationBench bench(shippedRecord("maze"), 11);
+    StationDriver bench(shippedRecord("maze"), 11);
     const auto& m = dynamic_cast<const MazeLevel&>(*bench.station);
     const int row = m.playerRow;
     const int next = m.wall[row][1] ? (row + 1 < 5 && !m.wall[row + 1][0] ? row + 1 : row - 1)
@@ -1200,7 +1200,7 @@ TEST(GridBench, AMazeStepClicks) {
 }
 
 TEST(GridBench, TheLockedPipeBuzzesWithTheFailSoundButNeverFires) {
-    StationBench bench(shippedRecord("pipes"), 11);
+    StationDriver bench(shippedRecord("pipes"), 11);
     const auto& p = dynamic_cast<const PipesLevel&>(*bench.station);
     const Rect c = p.cellRect(1, 2);
     for (int i = 0; i < 3; ++i) {
@@ -1225,7 +1225,7 @@ TEST(GridBench, TheLightsClickOnEveryPressAndNeverFire) {
     for (int i = 0; i < 9; ++i) {
         ASSERT_NE(dark, crossMask(i));
     }
-    StationBench bench(shippedRecord("lightsout"), 11);
+    StationDriver bench(shippedRecord("lightsout"), 11);
     const auto& l = dynamic_cast<const LightsOutLevel&>(*bench.station);
     for (int i = 0; i < 9; ++i) {
         for (int twice = 0; twice < 2; ++twice) {
@@ -1242,7 +1242,7 @@ TEST(GridBench, WiresFireWithTheFailSoundOnTheSocketOfTheirOwnColour) {
     int redSocket = 0;
     for (;; ++seed) {
         ASSERT_LT(seed, 1000u);
-        StationBench probe(shippedRecord("wires"), seed);
+        StationDriver probe(shippedRecord("wires"), seed);
         const auto& w = dynamic_cast<const WiresLevel&>(*probe.station);
         redSocket = 0;
         while (w.rightColour[redSocket] != 0) {
@@ -1252,7 +1252,7 @@ TEST(GridBench, WiresFireWithTheFailSoundOnTheSocketOfTheirOwnColour) {
             break;
         }
     }
-    StationBench bench(shippedRecord("wires"), seed);
+    StationDriver bench(shippedRecord("wires"), seed);
     const auto& w = dynamic_cast<const WiresLevel&>(*bench.station);
     struct ByColour final : Solver {
         int socket = 0;

@@ -8,7 +8,7 @@
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_sounds.h"
 #include "support/text_probe.h"
 
@@ -1564,7 +1564,7 @@ TEST(MemorySolvers, MorseIsClearedOnEveryDifficulty) { EXPECT_EQ(unsolvedRuns("m
 // The solver plays from what it saw lit, not from the station's hidden
 // sequence: with every flash hidden from it, it has nothing to repeat.
 TEST(MemorySolvers, TheSimonSolverWorksFromTheFlashesItSaw) {
-    StationBench bench(shippedRecord("simon"), 3);
+    StationDriver bench(shippedRecord("simon"), 3);
     auto& level = dynamic_cast<SimonLevel&>(*bench.station);
     std::unique_ptr<Solver> solver = makeSolver("simon");
     // Blind the player: the station never lights a pad while showing.
@@ -1580,7 +1580,7 @@ TEST(MemorySolvers, TheSimonSolverWorksFromTheFlashesItSaw) {
     } blind;
     blind.inner = solver.get();
     blind.level = &level;
-    const StationBench::Outcome out = bench.play(blind, 30.0);
+    const StationDriver::Outcome out = bench.play(blind, 30.0);
     EXPECT_EQ(out.result, LevelResult::Running);
     EXPECT_EQ(level.sequence.size(), 1u);
 }
@@ -1599,7 +1599,7 @@ struct ClickWhenReady final : Solver {
 };
 
 TEST(MemoryBench, SimonFiresWithTheFailSoundOnTheWrongPad) {
-    StationBench bench(shippedRecord("simon"), 11);
+    StationDriver bench(shippedRecord("simon"), 11);
     const auto& level = dynamic_cast<const SimonLevel&>(*bench.station);
     const Rect& wrong = level.pads[(level.sequence[0] + 2) % 4];
     ClickWhenReady solver;
@@ -1611,7 +1611,7 @@ TEST(MemoryBench, SimonFiresWithTheFailSoundOnTheWrongPad) {
 }
 
 TEST(MemoryBench, AntiSimonFiresWithTheFailSoundOnTheFlashingPad) {
-    StationBench bench(shippedRecord("antisimon"), 11);
+    StationDriver bench(shippedRecord("antisimon"), 11);
     const auto& level = dynamic_cast<const AntiSimonLevel&>(*bench.station);
     // The flash holds still for its first 0.9 s: long enough to reach it.
     const Rect& flashing = level.pads[level.flashingPad];
@@ -1623,7 +1623,7 @@ TEST(MemoryBench, AntiSimonFiresWithTheFailSoundOnTheFlashingPad) {
 }
 
 TEST(MemoryBench, SequenceFiresWithTheFailSoundOnTheLeftSwitchFirst) {
-    StationBench bench(shippedRecord("sequence"), 11);
+    StationDriver bench(shippedRecord("sequence"), 11);
     const auto& level = dynamic_cast<const SequenceLevel&>(*bench.station);
     ClickWhenReady solver;
     solver.x = level.switches[0].x + 30;
@@ -1633,7 +1633,7 @@ TEST(MemoryBench, SequenceFiresWithTheFailSoundOnTheLeftSwitchFirst) {
 }
 
 TEST(MemoryBench, RecallFiresWithTheFailSoundOnTheSecondSpotFirst) {
-    StationBench bench(shippedRecord("recall"), 11);
+    StationDriver bench(shippedRecord("recall"), 11);
     const auto& level = dynamic_cast<const RecallLevel&>(*bench.station);
     ASSERT_GE(distance(level.spots[0].x, level.spots[0].y, level.spots[1].x, level.spots[1].y),
               40.0);
@@ -1646,7 +1646,7 @@ TEST(MemoryBench, RecallFiresWithTheFailSoundOnTheSecondSpotFirst) {
 }
 
 TEST(MemoryBench, MorseFiresWithTheFailSoundOnTheWrongLength) {
-    StationBench bench(shippedRecord("morse"), 11);
+    StationDriver bench(shippedRecord("morse"), 11);
     // Key the opposite of the first symbol: a tap for a long one, a long
     // hold for a short one.
     struct Opposite final : Solver {
@@ -1672,7 +1672,7 @@ TEST(MemoryBench, MorseFiresWithTheFailSoundOnTheWrongLength) {
 }
 
 TEST(MemoryBench, TheCabinetNeverFiresOnAWrongPair) {
-    StationBench bench(shippedRecord("memory"), 11);
+    StationDriver bench(shippedRecord("memory"), 11);
     // Click every card in position order, twice over: lots of wrong pairs.
     struct Sweep final : Solver {
         int pos = 0;
@@ -1687,7 +1687,7 @@ TEST(MemoryBench, TheCabinetNeverFiresOnAWrongPair) {
             return clickAt(hand, r.x + 42, r.y + 42);
         }
     } sweep;
-    const StationBench::Outcome out = bench.play(sweep, 8.0);
+    const StationDriver::Outcome out = bench.play(sweep, 8.0);
     EXPECT_NE(out.result, LevelResult::Failed);
     EXPECT_FALSE(bench.lastSoundWasFail());
 }

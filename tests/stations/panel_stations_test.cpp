@@ -7,7 +7,7 @@
 #include "stations/level_factory.h"
 #include "stations/panel_stations.h"
 #include "support/draws_by_hand.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_sounds.h"
 
 #include <gtest/gtest.h>
@@ -525,7 +525,7 @@ TEST(GauntletStation, TheValveGrabsWithinAHundredPixelsAndFillsByDraggingLeft) {
 }
 
 TEST(GauntletStation, AFullValveLightsTheDashButtonWhichThenPasses) {
-    test::StationBench bench(test::shippedRecord("gauntlet"), 2);
+    test::StationDriver bench(test::shippedRecord("gauntlet"), 2);
     const auto& level = dynamic_cast<const GauntletLevel&>(*bench.station);
     const Rect& s = level.switchRect;
     test::pushMotion(s.x + 10, s.y + 10);

@@ -8,7 +8,7 @@
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_desk.h"
 #include "support/station_sounds.h"
 #include "support/text_probe.h"
@@ -1247,7 +1247,7 @@ struct Clicker final : Solver {
 
 Clicker centreOf(const Rect& r) { return Clicker(r.x + r.w / 2, r.y + r.h / 2); }
 
-bool clickSounded(const StationBench& bench) {
+bool clickSounded(const StationDriver& bench) {
     return !bench.sounds.empty() && bench.sounds.back() == "click";
 }
 
@@ -1282,27 +1282,27 @@ TEST(GenericSolver, ClearsTheOddTileStationOnEveryDifficulty) {
 TEST(GenericSolver, IsTheFallbackForAnyTypeNoFamilyClaims) {
     LevelDef def = shippedRecord("oddtile");
     def.type = "photocopier";
-    StationBench bench(def, 3);
+    StationDriver bench(def, 3);
     auto solver = makeSolver("photocopier");
     EXPECT_EQ(bench.play(*solver, 10.0).result, LevelResult::Solved);
 }
 
 TEST(EulaBench, AgreeingFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("eula"), 4);
+    StationDriver bench(shippedRecord("eula"), 4);
     Clicker agree = centreOf(dynamic_cast<const EulaLevel&>(*bench.station).agreeButton);
     EXPECT_EQ(bench.play(agree, 10.0).result, LevelResult::Failed);
     EXPECT_TRUE(bench.lastSoundWasFail());
 }
 
 TEST(EulaBench, TheExitLinePassesWithThePassSound) {
-    StationBench bench(shippedRecord("eula"), 4);
+    StationDriver bench(shippedRecord("eula"), 4);
     auto solver = makeSolver("eula");
     EXPECT_EQ(bench.play(*solver, 10.0).result, LevelResult::Solved);
     EXPECT_TRUE(bench.lastSoundWasPass());
 }
 
 TEST(SettingsBench, EnablingTheToggleClicksAndThenProceedingFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("settings"), 4);
+    StationDriver bench(shippedRecord("settings"), 4);
     const auto& level = dynamic_cast<const SettingsLevel&>(*bench.station);
     Clicker toggle = centreOf(level.toggle);
     while (!level.enabled && bench.elapsed < 2.0) {
@@ -1317,7 +1317,7 @@ TEST(SettingsBench, EnablingTheToggleClicksAndThenProceedingFailsWithTheFailSoun
 }
 
 TEST(QuizBench, ALabelledAnswerFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("quiz"), 4);
+    StationDriver bench(shippedRecord("quiz"), 4);
     const auto& level = dynamic_cast<const QuizLevel&>(*bench.station);
     Clicker labelled = centreOf(level.boxes[(level.answer + 3) % 4]);
     EXPECT_EQ(bench.play(labelled, 10.0).result, LevelResult::Failed);
@@ -1325,7 +1325,7 @@ TEST(QuizBench, ALabelledAnswerFailsWithTheFailSound) {
 }
 
 TEST(StroopBench, TheInkColoursSwatchFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("stroop"), 4);
+    StationDriver bench(shippedRecord("stroop"), 4);
     const auto& level = dynamic_cast<const StroopLevel&>(*bench.station);
     int inkSwatch = 0;
     while (level.swatchColors[inkSwatch] != level.ink) {
@@ -1337,14 +1337,14 @@ TEST(StroopBench, TheInkColoursSwatchFailsWithTheFailSound) {
 }
 
 TEST(StampBench, TheApprovedPadFailsWithTheFailSound) {
-    StationBench bench(shippedRecord("stamp"), 4);
+    StationDriver bench(shippedRecord("stamp"), 4);
     Clicker approve = centreOf(dynamic_cast<const StampLevel&>(*bench.station).approvedPad());
     EXPECT_EQ(bench.play(approve, 10.0).result, LevelResult::Failed);
     EXPECT_TRUE(bench.lastSoundWasFail());
 }
 
 TEST(ReverseBench, PressingTowardsTheMarkOnlyClicksAndRunsTheClockOut) {
-    StationBench bench(shippedRecord("reverse"), 4);
+    StationDriver bench(shippedRecord("reverse"), 4);
     const auto& level = dynamic_cast<const ReverseLevel&>(*bench.station);
     Clicker towards = centreOf(level.target > 0.5 ? level.rightButton : level.leftButton);
     EXPECT_EQ(bench.play(towards, 5.0).result, LevelResult::Running);

@@ -5,7 +5,7 @@
 
 #include "app/application.h"
 #include "support/software_canvas.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_sounds.h"
 
 #include <gtest/gtest.h>
@@ -60,7 +60,7 @@ TEST_P(StationSoak, RandomInputNeverBreaksTheStation) {
             def.name = "SOAK";
             def.baseTime = 20;
             def.phase = phaseForNumber(number);
-            StationBench bench(def, seed);
+            StationDriver bench(def, seed);
             for (int i = 0; i < 160; ++i) {
                 const int events = static_cast<int>(hands() % 4);
                 for (int e = 0; e < events; ++e) {

@@ -8,7 +8,7 @@
 #include "support/draws_by_hand.h"
 #include "support/software_canvas.h"
 #include "support/solvers/family_solvers.h"
-#include "support/station_bench.h"
+#include "support/station_driver.h"
 #include "support/station_desk.h"
 #include "support/station_sounds.h"
 #include "support/text_probe.h"
@@ -1454,7 +1454,7 @@ Scripted<Decide> scripted(Decide d) {
 }
 
 TEST(ButtonSolver, PressingTheBigButtonOnlyRunsOutTheClock) {
-    StationBench bench(shippedRecord("button"), 4);
+    StationDriver bench(shippedRecord("button"), 4);
     auto presser = scripted([](const Level&, const Hand& hand, double) {
         return clickAt(hand, 683, 405);
     });
@@ -1463,7 +1463,7 @@ TEST(ButtonSolver, PressingTheBigButtonOnlyRunsOutTheClock) {
 }
 
 TEST(HoldSolver, AClickOnTheBarFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("hold"), 4);
+    StationDriver bench(shippedRecord("hold"), 4);
     auto clicker = scripted([](const Level&, const Hand& hand, double) {
         return clickAt(hand, 683, 400);
     });
@@ -1472,29 +1472,29 @@ TEST(HoldSolver, AClickOnTheBarFiresWithTheFailSound) {
 }
 
 TEST(PatienceSolver, ClickingGoStraightAwayFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("patience"), 4);
+    StationDriver bench(shippedRecord("patience"), 4);
     auto eager = scripted([](const Level&, const Hand& hand, double) {
         return clickAt(hand, 683, 475);
     });
-    const StationBench::Outcome out = bench.play(eager, 5.0);
+    const StationDriver::Outcome out = bench.play(eager, 5.0);
     EXPECT_EQ(out.result, LevelResult::Failed);
     EXPECT_LT(out.time, 1.0);
     EXPECT_EQ(bench.sounds, (std::vector<std::string>{"fail"}));
 }
 
 TEST(TimingSolver, DashingStraightAwayFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("timing"), 4);
+    StationDriver bench(shippedRecord("timing"), 4);
     auto eager = scripted([](const Level&, const Hand& hand, double) {
         return clickAt(hand, 683, 584);
     });
-    const StationBench::Outcome out = bench.play(eager, 5.0);
+    const StationDriver::Outcome out = bench.play(eager, 5.0);
     EXPECT_EQ(out.result, LevelResult::Failed);
     EXPECT_LT(out.time, 1.0);
     EXPECT_EQ(bench.sounds, (std::vector<std::string>{"fail"}));
 }
 
 TEST(OrbitSolver, GrabbingTheOrbAtTheSideFiresWithTheFailSound) {
-    StationBench bench(shippedRecord("orbit"), 4);
+    StationDriver bench(shippedRecord("orbit"), 4);
     bench.frame(0.016);
     const auto& orbit = dynamic_cast<const OrbitLevel&>(*bench.station);
     // Where the orb will be on the next frame.
@@ -1522,9 +1522,9 @@ LevelDef twoHandRecord(std::int32_t number) {
 TEST(TwoHandSolver, TheBestOneHandedTryRunsOutTheClockInSilence) {
     for (const std::int32_t number : {11, 22}) {
         for (const double dt : {1.0 / 144.0, 1.0 / 60.0, 1.0 / 20.0}) {
-            StationBench bench(twoHandRecord(number), 9);
+            StationDriver bench(twoHandRecord(number), 9);
             std::unique_ptr<Solver> solver = makeSolver("twohand");
-            const StationBench::Outcome out = bench.play(*solver, 20.0, dt);
+            const StationDriver::Outcome out = bench.play(*solver, 20.0, dt);
             EXPECT_EQ(out.result, LevelResult::Running) << number << " at " << dt;
             EXPECT_NEAR(out.time, 20.0, 2 * dt);
             EXPECT_EQ(bench.sounds, std::vector<std::string>{}) << number << " at " << dt;

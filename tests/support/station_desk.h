@@ -3,7 +3,7 @@
 // system that is never opened but logs every sound asked of it. Every step
 // clears the input's edges as a frame does, and holds the station to its
 // verdict sounds (pass right before Solved, fail right before Failed). For
-// the station's own rules; the bench (station_bench.h) is for real events
+// the station's own rules; the bench (station_driver.h) is for real events
 // and the solvers.
 
 #include "audio/audio_system.h"
