@@ -27,6 +27,13 @@ if [ "${#patches[@]}" -eq 0 ]; then
 fi
 
 mkdir -p "$work"
+work=$(cd "$work" && pwd)
+# The scratch copy is not a repository, but it may sit inside one (the
+# default does): git apply run there would find the outer repository and
+# skip every path outside the copy's folder with only a "Skipped patch",
+# leaving the code unchanged and every fault "surviving". Git stops looking
+# upward at the work folder.
+export GIT_CEILING_DIRECTORIES=$work
 rm -rf "$work/tree"
 mkdir -p "$work/tree"
 (cd "$root" && git ls-files -co --exclude-standard -z | tar --null -cf - -T -) | tar -xf - -C "$work/tree"
