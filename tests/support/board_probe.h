@@ -51,8 +51,8 @@ inline int smallWordsUnlike(const SoftwareCanvas& canvas, const Rect& region, co
 // pixels above its foot. The region compared runs from `top` (below
 // anything else the station draws) to 40 pixels under the play area.
 inline int ordersUnlike(const SoftwareCanvas& canvas, const char* words, int fromBottom, int top) {
-    return smallWordsUnlike(canvas, Rect{kPlayLeft, top, kPlayRight - kPlayLeft, kPlayBottom + 40 - top},
-                            words, kPlayCentreX, kPlayBottom - fromBottom,
+    const Rect below{kPlayLeft, top, kPlayRight - kPlayLeft, kPlayBottom + 40 - top};
+    return smallWordsUnlike(canvas, below, words, kPlayCentreX, kPlayBottom - fromBottom,
                             station_ink::playAreaNote, true);
 }
 

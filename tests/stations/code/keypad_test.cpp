@@ -176,10 +176,10 @@ TEST_F(KeypadStation, NothingButTheKeysIsDrawn) {
     int inked = 0;
     for (int y = kPlayTop; y < kPlayBottom; ++y) {
         for (int x = kPlayLeft; x < kPlayRight; ++x) {
-            const bool onAKey = std::any_of(std::begin(pad.keys), std::end(pad.keys),
-                                            [&](const Rect& k) {
-                                                return contains(Rect{k.x, k.y, k.w + 1, k.h + 1}, x, y);
-                                            });
+            const bool onAKey =
+                std::any_of(std::begin(pad.keys), std::end(pad.keys), [&](const Rect& k) {
+                    return contains(Rect{k.x, k.y, k.w + 1, k.h + 1}, x, y);
+                });
             inked += !onAKey && p.at(x, y) != station_ink::black ? 1 : 0;
         }
     }

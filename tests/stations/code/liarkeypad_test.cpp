@@ -127,9 +127,9 @@ TEST_F(LiarKeypadStation, ClicksOffTheKeysAreIgnored) {
 TEST_F(LiarKeypadStation, TheHeaderShowsTheTrueCode) {
     setCode(pad, 3, 0, 8);
     StationPicture p(pad);
-    EXPECT_EQ(pixelsUnlikeText(p, Rect{kPlayLeft, kPlayTop + 15, kPlayRight - kPlayLeft, 48},
-                               station_ink::black, "ENTER CODE:  3 0 8", kPlayCentreX, kPlayTop + 40,
-                               TextSize::Large, station_ink::gold, true, true),
+    const Rect header{kPlayLeft, kPlayTop + 15, kPlayRight - kPlayLeft, 48};
+    EXPECT_EQ(pixelsUnlikeText(p, header, station_ink::black, "ENTER CODE:  3 0 8", kPlayCentreX,
+                               kPlayTop + 40, TextSize::Large, station_ink::gold, true, true),
               0);
 }
 

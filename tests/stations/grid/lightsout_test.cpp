@@ -80,7 +80,9 @@ int darkCount(const LightsOutLevel& level) {
     return static_cast<int>(std::count(std::begin(level.lit), std::end(level.lit), false));
 }
 
-void lightAll(LightsOutLevel& level) { std::fill(std::begin(level.lit), std::end(level.lit), true); }
+void lightAll(LightsOutLevel& level) {
+    std::fill(std::begin(level.lit), std::end(level.lit), true);
+}
 
 TEST(LightsOutStation, NineCellsOfOneHundredTenCentredOnThePlayArea) {
     Lights d;

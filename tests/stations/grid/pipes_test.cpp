@@ -199,12 +199,17 @@ TEST(PipesStation, EachTileShowsItsSegmentLevelOrUpright) {
     // IN and OUT mark the middle row from outside the board, at the height
     // of its top: IN 26 left of the board, OUT 4 right of it (the board
     // spans 565 from its left edge).
+    // Each is compared over a box of 80 rows from 33 above that height,
+    // out to the play area's side.
     const int rowTop = p.originY + p.cell;
-    EXPECT_EQ(smallWordsUnlike(picture, Rect{kPlayLeft + 37, rowTop - 33, p.originX - kPlayLeft - 37, 80},
-                               "IN", p.originX - 26, rowTop, station_ink::terminalGreen, false),
+    const int boardRight = p.originX + 565;
+    const Rect leftOfBoard{kPlayLeft + 37, rowTop - 33, p.originX - kPlayLeft - 37, 80};
+    const Rect rightOfBoard{boardRight + 1, rowTop - 33, kPlayRight - boardRight - 1, 80};
+    EXPECT_EQ(smallWordsUnlike(picture, leftOfBoard, "IN", p.originX - 26, rowTop,
+                               station_ink::terminalGreen, false),
               0);
-    EXPECT_EQ(smallWordsUnlike(picture, Rect{p.originX + 566, rowTop - 33, kPlayRight - p.originX - 566, 80},
-                               "OUT", p.originX + 565 + 4, rowTop, station_ink::terminalGreen, false),
+    EXPECT_EQ(smallWordsUnlike(picture, rightOfBoard, "OUT", boardRight + 4, rowTop,
+                               station_ink::terminalGreen, false),
               0);
     EXPECT_EQ(ordersUnlike(picture, "ONE SEGMENT IS LOCKED - ROUTE AROUND IT", 16,
                            p.originY + 3 * p.cell + 5),
