@@ -260,7 +260,8 @@ TEST(DecoyLook, ItWarmsFromRedTowardOrangeAndTurnsGreenWhenCalm) {
         EXPECT_EQ(canvas.pixel(500, 300 - 22), look.face) << look.calm;
         EXPECT_EQ(canvas.pixel(500 - 26, 300), look.face) << look.calm;
         EXPECT_EQ(canvas.pixel(500, 300 - 31), look.rim) << look.calm;
-        EXPECT_EQ(canvas.pixel(500 + 31, 300), look.rim) << look.calm;
+        EXPECT_EQ(canvas.pixel(500 + 29, 300), look.rim) << look.calm;
+        EXPECT_EQ(canvas.pixel(500 + 33, 300), look.rim) << look.calm;
         EXPECT_EQ(canvas.pixel(500, 300 - 36), station_ink::black) << look.calm;
         // The word on the face, which is flat inside 19 px of the centre.
         EXPECT_EQ(pixelsUnlikeText(canvas, {481, 281, 38, 38}, look.face, "CATCH", 500, 300, TextSize::Small,

@@ -332,7 +332,8 @@ TEST(WhackLook, PopUpsAreTwoToneDiscsUnderTheTally) {
     // A face of radius 24 on a rim 6 px wide, radius 30.
     EXPECT_EQ(canvas.pixel(kLeftX, kRowY), station_ink::terminalGreen);
     EXPECT_EQ(canvas.pixel(kLeftX + 23, kRowY), station_ink::terminalGreen);
-    EXPECT_EQ(canvas.pixel(kLeftX + 27, kRowY), aim_ink::greenRim);
+    EXPECT_EQ(canvas.pixel(kLeftX + 25, kRowY), aim_ink::greenRim);
+    EXPECT_EQ(canvas.pixel(kLeftX + 29, kRowY), aim_ink::greenRim);
     EXPECT_EQ(canvas.pixel(kLeftX, kRowY - 27), aim_ink::greenRim);
     EXPECT_EQ(canvas.pixel(kLeftX + 32, kRowY), station_ink::black);
     EXPECT_EQ(canvas.pixel(kRightX, kRowY + 50), station_ink::alarmRed);
