@@ -219,8 +219,9 @@ TEST(DoubleClickLook, TheLitDeskIsBrightBrassWithItsX2) {
         for (int i = 0; i < 8; ++i) {
             const Rect& c = d.level.cells[i];
             const Color face = i == lit ? station_ink::litBrass : station_ink::darkBrass;
-            // Rounded by 8: the corner pixel is bare, the top edge 8 px in is not.
+            // Rounded by 8: the top edge is bare up to 6 px in and filled from 8 px in.
             EXPECT_EQ(canvas.pixel(c.x + 1, c.y + 1), station_ink::black) << lit << " " << i;
+            EXPECT_EQ(canvas.pixel(c.x + 6, c.y), station_ink::black) << lit << " " << i;
             EXPECT_EQ(canvas.pixel(c.x + 8, c.y), face) << lit << " " << i;
             EXPECT_EQ(canvas.pixel(c.x + c.w - 9, c.y + c.h - 1), face) << lit << " " << i;
             EXPECT_EQ(canvas.pixel(c.x + 10, c.y + 10), face) << lit << " " << i;

@@ -190,7 +190,9 @@ TEST(GreasedLook, TrackMarkAndRedKnobBeforeTheDwell) {
     Canvas canvas;
     d.level.render(canvas.graphics);
     EXPECT_EQ(canvas.pixel(t.x + 57, kPlayCentreY), station_ink::charcoal);
-    EXPECT_EQ(canvas.pixel(t.x, t.y), station_ink::black);   // rounded by 6
+    // Rounded by 6: the top edge is bare 4 px in and filled from 6 px in.
+    EXPECT_EQ(canvas.pixel(t.x + 4, t.y), station_ink::black);
+    EXPECT_EQ(canvas.pixel(t.x + 6, t.y), station_ink::charcoal);
     EXPECT_EQ(canvas.pixel(920, 383), station_ink::terminalGreen);
     EXPECT_EQ(canvas.pixel(920, 426), station_ink::terminalGreen);
     EXPECT_EQ(canvas.pixel(917, 386), station_ink::terminalGreen);
