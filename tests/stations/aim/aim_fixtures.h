@@ -60,7 +60,7 @@ struct Canvas : SoftwareCanvas {
 // their tails reach a row past the foot.
 constexpr Rect kOrdersBand{kPlayLeft, kPlayBottom - 24, kPlayArea.w, 28};
 
-// How many pixels of the orders band (or a part of it on one background)
+// How many pixels of the orders band (or a stretch of it on one background)
 // differ from the given words in small amber type, centred across the play
 // area 16 px above its foot.
 inline int ordersUnlike(const SoftwareCanvas& canvas, const char* words,
