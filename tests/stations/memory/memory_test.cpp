@@ -248,16 +248,32 @@ TEST(MemoryStation, AWrongPairClicksOnceAndStaysUpSixTenths) {
     EXPECT_EQ(d.press(w.x + 5, w.y + 5), LevelResult::Running);
     EXPECT_EQ(d.soundsSince(before), Sounds{"click"});
     EXPECT_EQ(d.level.mismatchTimer, 0.6);   // the press frame takes nothing off
-    // 0.6 s is 36 frames, and the 36th sits on the edge: the frames either
-    // side of it are asked.
-    d.idle(35);   // 0.583 s
+    // The point is the 0.6 s edge, to the hundredth: frames of the test's
+    // own length, 5 ms either side of it.
+    d.frame(0.3);
+    d.frame(0.295);   // 0.595 s
     EXPECT_TRUE(d.level.revealed[c] && d.level.revealed[other]);
     EXPECT_EQ(d.level.firstPick, c);
-    d.idle(2);    // 0.617 s: both go down
+    d.frame(0.01);    // 0.605 s: both go down
     EXPECT_FALSE(d.level.revealed[c]);
     EXPECT_FALSE(d.level.revealed[other]);
     EXPECT_EQ(d.level.firstPick, -1);
     EXPECT_EQ(d.soundsSince(before), Sounds{"click"});
+}
+
+TEST(MemoryStation, AtSixtyFramesASecondAWrongPairStaysUpThirtySixFrames) {
+    Driver<MemoryLevel> d(kSeed, 23);
+    turn(d, 0);
+    const int c = d.level.dealOrder[0];
+    const Rect& wrong = d.level.cards[notPartnerOf(d.level, 0)];
+    ASSERT_EQ(d.press(wrong.x + 5, wrong.y + 5), LevelResult::Running);
+    ASSERT_GT(d.level.mismatchTimer, 0.0);
+    // The 36th frame after the press sits right on the 0.6 s edge, so the
+    // frames either side of it are asked.
+    d.idle(35);   // 0.583 s
+    EXPECT_TRUE(d.level.revealed[c]);
+    d.idle(2);    // 0.617 s
+    EXPECT_FALSE(d.level.revealed[c]);
 }
 
 TEST(MemoryStation, ClicksWhileAWrongPairIsUpAreLost) {

@@ -98,27 +98,28 @@ TEST(MorseStation, FourSymbolsFromTheLowBitOfFourRawDraws) {
     EXPECT_EQ(d.level.shownIndex, 0);
 }
 
-// A burn ends on a frame that sits on its edge (frame 36 for 0.6 s, frame 12
-// for 0.2 s), so the tests ask the frames either side of it.
+// The next four tests are about where the edges of the show fall, to the
+// hundredth: they step the clock in frames of their own length, 5 ms either
+// side of each edge.
 TEST(MorseStation, ALongSymbolBurnsSixTenths) {
     Driver<MorseLevel> d(kSeed, 21);
     d.level.symbols[0] = 1;
-    d.idle();
+    d.frame(0.005);
     EXPECT_TRUE(d.level.lampOn);
-    d.idle(34);   // 0.583 s
+    d.frame(0.59);   // 0.595 s
     EXPECT_TRUE(d.level.lampOn);
-    d.idle(2);    // 0.617 s
+    d.frame(0.01);   // 0.605 s
     EXPECT_FALSE(d.level.lampOn);
 }
 
 TEST(MorseStation, AShortSymbolBurnsTwoTenths) {
     Driver<MorseLevel> d(kSeed, 21);
     d.level.symbols[0] = 0;
-    d.idle();
+    d.frame(0.005);
     EXPECT_TRUE(d.level.lampOn);
-    d.idle(10);   // 0.183 s
+    d.frame(0.19);   // 0.195 s
     EXPECT_TRUE(d.level.lampOn);
-    d.idle(2);    // 0.217 s
+    d.frame(0.01);   // 0.205 s
     EXPECT_FALSE(d.level.lampOn);
 }
 
@@ -126,29 +127,53 @@ TEST(MorseStation, EachSymbolHasANineTenthSlot) {
     Driver<MorseLevel> d(kSeed, 21);
     d.level.symbols[0] = 1;
     d.level.symbols[1] = 0;
-    // 0.9 s is 54 frames, on the edge; the frames either side are asked.
-    d.idle(53);   // 0.883 s
+    d.frame(0.895);
     EXPECT_EQ(d.level.shownIndex, 0);
     EXPECT_FALSE(d.level.lampOn);
-    d.idle(2);    // 0.917 s: the second slot has begun
+    d.frame(0.01);   // 0.905 s: the second slot
     EXPECT_EQ(d.level.shownIndex, 1);
+    d.frame(0.1);    // 1.005 s
     EXPECT_TRUE(d.level.lampOn);
-    d.idle(10);   // 1.083 s: 0.183 s into it
+    d.frame(0.09);   // 1.095 s
     EXPECT_TRUE(d.level.lampOn);
-    d.idle(2);    // 1.117 s: 0.217 s into it, the short burn is over
+    d.frame(0.01);   // 1.105 s
     EXPECT_FALSE(d.level.lampOn);
 }
 
 TEST(MorseStation, TheShowEndsJustAfterFourSlots) {
     Driver<MorseLevel> d(kSeed, 21);
-    d.idle(215);   // 3.583 s
+    // The shown symbol moves on by at most one slot a frame, so the show is
+    // stepped in half seconds up to 3.5 s.
+    for (int i = 0; i < 7; ++i) {
+        d.frame(0.5);
+    }
+    d.frame(0.095);   // 3.595 s
     EXPECT_TRUE(d.level.showing);
     EXPECT_EQ(d.level.shownIndex, 3);
-    d.idle(2);     // 3.617 s: past four slots of 0.9 s
+    d.frame(0.01);    // 3.605 s
     EXPECT_FALSE(d.level.showing);
     EXPECT_FALSE(d.level.lampOn);
     EXPECT_EQ(d.level.shownIndex, 4);
     EXPECT_EQ(d.sounds, Sounds{});
+}
+
+TEST(MorseStation, AtSixtyFramesASecondTheLongBurnAndItsSlotEndOnTheirFrames) {
+    Driver<MorseLevel> d(kSeed, 21);
+    d.level.symbols[0] = 1;
+    d.level.symbols[1] = 0;
+    // 0.6 s is 36 frames and 0.9 s is 54, each right on its edge, so the
+    // frames either side are asked.
+    d.idle();
+    EXPECT_TRUE(d.level.lampOn);
+    d.idle(34);   // frame 35, 0.583 s
+    EXPECT_TRUE(d.level.lampOn);
+    d.idle(2);    // frame 37, 0.617 s
+    EXPECT_FALSE(d.level.lampOn);
+    d.idle(16);   // frame 53, 0.883 s
+    EXPECT_EQ(d.level.shownIndex, 0);
+    d.idle(2);    // frame 55, 0.917 s: the short symbol's slot, lit at once
+    EXPECT_EQ(d.level.shownIndex, 1);
+    EXPECT_TRUE(d.level.lampOn);
 }
 
 TEST(MorseStation, PressesDuringTheShowAreIgnored) {

@@ -78,21 +78,35 @@ TEST(RecallStation, FourSpotsBelowStationForty) {
     EXPECT_EQ(d.rng, test::engineAfter(kSeed, 8));
 }
 
+// This test is about where the edges fall, to the hundredth: it steps the
+// clock in frames of its own length, 5 ms either side of each edge.
 TEST(RecallStation, EachSpotHasEightTenthsOfASecond) {
     Driver<RecallLevel> d(kSeed, 12);
-    // 0.8 s is 48 frames and 3.2 s is 192; those frames sit on the edges, so
-    // the frames either side of them are asked.
+    d.frame(0.795);
+    EXPECT_EQ(d.level.index, 0);
+    d.frame(0.01);    // 0.805 s
+    EXPECT_EQ(d.level.index, 1);
+    d.frame(2.39);    // 3.195 s
+    EXPECT_EQ(d.level.index, 3);
+    EXPECT_TRUE(d.level.showing);
+    d.frame(0.01);    // 3.205 s: past four spots
+    EXPECT_FALSE(d.level.showing);
+    EXPECT_EQ(d.level.index, 0);
+    EXPECT_EQ(d.sounds, Sounds{});
+}
+
+TEST(RecallStation, AtSixtyFramesASecondTheShowOfFourSpotsTakes192Frames) {
+    Driver<RecallLevel> d(kSeed, 12);
+    // 0.8 s is 48 frames and 3.2 s is 192; those frames sit right on the
+    // edges, so the frames either side of them are asked.
     d.idle(47);   // 0.783 s
     EXPECT_EQ(d.level.index, 0);
     d.idle(2);    // 0.817 s
     EXPECT_EQ(d.level.index, 1);
     d.idle(142);  // 3.183 s
-    EXPECT_EQ(d.level.index, 3);
     EXPECT_TRUE(d.level.showing);
-    d.idle(2);    // 3.217 s: past four spots
+    d.idle(2);    // 3.217 s
     EXPECT_FALSE(d.level.showing);
-    EXPECT_EQ(d.level.index, 0);
-    EXPECT_EQ(d.sounds, Sounds{});
 }
 
 TEST(RecallStation, APressDuringTheShowIsIgnored) {

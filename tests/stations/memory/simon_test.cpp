@@ -82,29 +82,45 @@ TEST(SimonStation, SequencesGrowToFourBelowStationFortyAndToFiveFrom) {
     EXPECT_EQ(late.level.maxLength, 5);
 }
 
+// The next two tests are about where an edge of the show falls, to the
+// hundredth: they step the clock in frames of their own length, 5 ms either
+// side of the edge.
 TEST(SimonStation, EachPadLightsForTheFirstThirtyThreeHundredthsOfItsSlot) {
     Driver<SimonLevel> d(kSeed, 12);
     const int first = d.level.sequence[0];
-    d.idle();
+    d.frame(0.1);
     EXPECT_EQ(d.level.litPad, first);
-    // 0.33 s is 19.8 frames: lit through frame 19 (0.317 s), dark on frame 20 (0.333 s).
-    d.idle(18);
+    d.frame(0.225);   // 0.325 s
     EXPECT_EQ(d.level.litPad, first);
-    d.idle();
+    d.frame(0.01);    // 0.335 s: dark for the rest of the slot
     EXPECT_EQ(d.level.litPad, -1);
     EXPECT_TRUE(d.level.showing);
 }
 
 TEST(SimonStation, TheShowOfOnePadEndsWithItsFiftyFiveHundredthsSlot) {
     Driver<SimonLevel> d(kSeed, 12);
-    // The slot is 33 frames long; frame 33 itself sits on the edge, so the
-    // frames either side of it are asked.
-    d.idle(32);   // 0.533 s
+    d.frame(0.545);
     EXPECT_TRUE(d.level.showing);
-    d.idle(2);    // 0.567 s
+    d.frame(0.01);   // 0.555 s
     EXPECT_FALSE(d.level.showing);
     EXPECT_EQ(d.level.litPad, -1);
     EXPECT_EQ(d.level.inputIndex, 0);
+}
+
+TEST(SimonStation, AtSixtyFramesASecondAPadIsLitForTwentyFramesOfItsThirtyThree) {
+    Driver<SimonLevel> d(kSeed, 12);
+    const int first = d.level.sequence[0];
+    // 0.33 s is 19.8 frames: lit through frame 19 (0.317 s), dark from frame 20 (0.333 s).
+    d.idle(19);
+    EXPECT_EQ(d.level.litPad, first);
+    d.idle();
+    EXPECT_EQ(d.level.litPad, -1);
+    // The 0.55 s slot is 33 frames; frame 33 sits right on its edge, so the
+    // frames either side of it are asked.
+    d.idle(12);   // frame 32, 0.533 s
+    EXPECT_TRUE(d.level.showing);
+    d.idle(2);    // frame 34, 0.567 s
+    EXPECT_FALSE(d.level.showing);
 }
 
 TEST(SimonStation, TheSamePadTwiceInARowFlashesTwice) {
