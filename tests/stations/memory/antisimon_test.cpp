@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -21,6 +22,7 @@ using test::Driver;
 using test::kPlayCentreX;
 using test::kPlayTop;
 namespace ink = test::station_ink;
+namespace memory = test::memory;
 using Sounds = std::vector<std::string>;
 
 constexpr std::uint32_t kSeed = 99;
@@ -160,26 +162,26 @@ TEST(AntiSimonStation, TheFlashingPadSaysAvoidAndADonePadSaysOk) {
     Driver<AntiSimonLevel> d(kSeed, 14);
     d.level.flashingPad = 1;
     d.level.done[2] = true;
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const Rect& flashing = d.level.pads[1];
     const Rect& done = d.level.pads[2];
-    EXPECT_TRUE(test::showsText(shot.canvas, padInside(flashing), ink::alarmRed, "AVOID",
+    EXPECT_TRUE(memory::showsText(shot.canvas, padInside(flashing), ink::alarmRed, "AVOID",
                                 flashing.x + 75, flashing.y + 75, TextSize::Normal, ink::ink, true,
                                 true));
-    EXPECT_TRUE(test::showsText(shot.canvas, padInside(done), ink::darkGreen, "OK", done.x + 75,
+    EXPECT_TRUE(memory::showsText(shot.canvas, padInside(done), ink::darkGreen, "OK", done.x + 75,
                                 done.y + 75, TextSize::Normal, ink::ink, true, true));
-    EXPECT_EQ(test::inkIn(shot.canvas, padInside(d.level.pads[0]), ink::bronze), 0);
-    EXPECT_EQ(test::inkIn(shot.canvas, padInside(d.level.pads[3]), ink::bronze), 0);
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "CLICK ALL PADS EXCEPT THE FLASHING ONE"));
+    EXPECT_EQ(memory::inkIn(shot.canvas, padInside(d.level.pads[0]), ink::bronze), 0);
+    EXPECT_EQ(memory::inkIn(shot.canvas, padInside(d.level.pads[3]), ink::bronze), 0);
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "CLICK ALL PADS EXCEPT THE FLASHING ONE"));
 }
 
 TEST(AntiSimonStation, ADonePadThatFlashesSaysAvoid) {
     Driver<AntiSimonLevel> d(kSeed, 14);
     d.level.done[0] = true;
     d.level.flashingPad = 0;
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const Rect& pad = d.level.pads[0];
-    EXPECT_TRUE(test::showsText(shot.canvas, padInside(pad), ink::alarmRed, "AVOID", pad.x + 75,
+    EXPECT_TRUE(memory::showsText(shot.canvas, padInside(pad), ink::alarmRed, "AVOID", pad.x + 75,
                                 pad.y + 75, TextSize::Normal, ink::ink, true, true));
 }
 
@@ -189,7 +191,7 @@ TEST(AntiSimonStation, AHandOnTheFlashingPadIsFiredWithTheFailSound) {
     test::StationDriver bench(test::shippedRecord("antisimon"), 11);
     const auto& level = dynamic_cast<const AntiSimonLevel&>(*bench.station);
     const Rect& flashing = level.pads[level.flashingPad];
-    test::ClickWhenReady hand;
+    memory::ClickWhenReady hand;
     hand.x = test::centreX(flashing);
     hand.y = test::centreY(flashing);
     EXPECT_EQ(bench.play(hand, 10.0).result, LevelResult::Failed);

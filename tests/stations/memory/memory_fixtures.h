@@ -15,9 +15,9 @@
 
 #include <gtest/gtest.h>
 
-namespace vorn::test {
-
-namespace memory_ink {
+// In a namespace of its own: another family's helpers of the same names
+// must not meet these in the one test program.
+namespace vorn::test::memory {
 
 // Simon's four pads at rest, dimmed versions of the colours they light in
 // (alarm red, terminal green, gold and signal blue).
@@ -29,8 +29,6 @@ constexpr Color simonBlueResting = rgb(40, 60, 100);
 // A shutdown switch's lever while it is still up: the same orange as the
 // header's instruction line.
 constexpr Color leverUp = station_ink::headerInstruction;
-
-}  // namespace memory_ink
 
 // A station drawn on a canvas with the game's fonts, cleared to black first.
 struct Picture {
@@ -108,4 +106,4 @@ struct ClickWhenReady final : Solver {
     }
 };
 
-}  // namespace vorn::test
+}  // namespace vorn::test::memory

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +21,7 @@ namespace {
 
 using test::Driver;
 namespace ink = test::station_ink;
+namespace memory = test::memory;
 using Sounds = std::vector<std::string>;
 
 constexpr std::uint32_t kSeed = 4242;
@@ -63,7 +65,9 @@ int notPartnerOf(const MemoryLevel& level, int pos) {
     return -1;
 }
 
-int countOf(const bool* flags, int n) { return static_cast<int>(std::count(flags, flags + n, true)); }
+int countOf(const bool* flags, int n) {
+    return static_cast<int>(std::count(flags, flags + n, true));
+}
 
 // The face of a card, clear of its rounded corners.
 Rect cardFace(const Rect& card) { return Rect{card.x + 8, card.y + 8, card.w - 16, card.h - 16}; }
@@ -346,25 +350,25 @@ TEST(MemoryStation, ARevealedCardShowsItsPairValuePlusOne) {
     d.level.revealed[0] = true;
     d.level.revealed[9] = true;
     d.level.matched[4] = true;
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const Rect& one = d.level.cards[whereIs(d.level, 0)];
     const Rect& five = d.level.cards[whereIs(d.level, 9)];
-    EXPECT_TRUE(test::showsText(shot.canvas, cardFace(one), ink::litBrass, "1", one.x + 42,
+    EXPECT_TRUE(memory::showsText(shot.canvas, cardFace(one), ink::litBrass, "1", one.x + 42,
                                 one.y + 42, TextSize::Large, ink::ink, true, true));
-    EXPECT_TRUE(test::showsText(shot.canvas, cardFace(five), ink::litBrass, "5", five.x + 42,
+    EXPECT_TRUE(memory::showsText(shot.canvas, cardFace(five), ink::litBrass, "5", five.x + 42,
                                 five.y + 42, TextSize::Large, ink::ink, true, true));
     // A matched card is blank green.
     const Rect& gone = d.level.cards[whereIs(d.level, 4)];
-    EXPECT_EQ(test::inkIn(shot.canvas, cardFace(gone), ink::deepGreen), 0);
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "PAIRS RESHUFFLE AFTER THE FIRST FLIP"));
+    EXPECT_EQ(memory::inkIn(shot.canvas, cardFace(gone), ink::deepGreen), 0);
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "PAIRS RESHUFFLE AFTER THE FIRST FLIP"));
 }
 
 TEST(MemoryStation, TheBigCabinetsLastPairReadsSix) {
     Driver<MemoryLevel> d(kSeed, 24);
     d.level.revealed[10] = true;
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const Rect& r = d.level.cards[whereIs(d.level, 10)];
-    EXPECT_TRUE(test::showsText(shot.canvas, cardFace(r), ink::litBrass, "6", r.x + 42, r.y + 42,
+    EXPECT_TRUE(memory::showsText(shot.canvas, cardFace(r), ink::litBrass, "6", r.x + 42, r.y + 42,
                                 TextSize::Large, ink::ink, true, true));
 }
 

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ using test::kPlayCentreX;
 using test::kPlayLeft;
 using test::StationDriver;
 namespace ink = test::station_ink;
+namespace memory = test::memory;
 using Sounds = std::vector<std::string>;
 
 constexpr std::uint32_t kSeed = 8;
@@ -46,7 +48,7 @@ int framesFor(int symbol) { return symbol == 1 ? kLong : kTap; }
 ::testing::AssertionResult showsStatus(const test::SoftwareCanvas& canvas, const MorseLevel& level,
                                        const char* text) {
     const Rect strip{kPlayLeft, level.lamp.y + 70, kPlayArea.w, 60};
-    return test::showsText(canvas, strip, ink::black, text, kPlayCentreX, level.lamp.y + 90,
+    return memory::showsText(canvas, strip, ink::black, text, kPlayCentreX, level.lamp.y + 90,
                            TextSize::Small, ink::terminalGreen, true, false);
 }
 
@@ -58,19 +60,19 @@ int framesFor(int symbol) { return symbol == 1 ? kLong : kTap; }
     const char* label = "KEY (tap=short, hold=long)";
     const int x = k.x + k.w / 2;
     const int y = k.y + k.h / 2;
-    const ::testing::AssertionResult on = test::showsText(
+    const ::testing::AssertionResult on = memory::showsText(
         canvas, Rect{k.x, k.y + 15, k.w, 50}, keyColour, label, x, y, TextSize::Small, ink::ink,
         true, true);
     if (!on) {
         return on;
     }
-    const ::testing::AssertionResult left = test::showsText(
+    const ::testing::AssertionResult left = memory::showsText(
         canvas, Rect{k.x - 160, k.y + 15, 160, 50}, ink::black, label, x, y, TextSize::Small,
         ink::ink, true, true);
     if (!left) {
         return left;
     }
-    return test::showsText(canvas, Rect{k.x + k.w, k.y + 15, 160, 50}, ink::black, label, x, y,
+    return memory::showsText(canvas, Rect{k.x + k.w, k.y + 15, 160, 50}, ink::black, label, x, y,
                            TextSize::Small, ink::ink, true, true);
 }
 
@@ -190,7 +192,7 @@ TEST(MorseStation, PressesDuringTheShowAreIgnored) {
 // the line, which still keys a short.
 TEST(MorseStation, APressOfExactlyThirtyFiveHundredthsIsShort) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     d.level.symbols[0] = 0;
     d.press(d.level.key.x + 10, d.level.key.y + 10);
     d.idle(20);
@@ -203,7 +205,7 @@ TEST(MorseStation, APressOfExactlyThirtyFiveHundredthsIsShort) {
 
 TEST(MorseStation, APressPastThirtyFiveHundredthsIsLong) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     d.level.symbols[0] = 1;
     EXPECT_EQ(keyFor(d, 22), LevelResult::Running);   // 0.367 s
     EXPECT_EQ(d.level.inputIndex, 1);
@@ -213,7 +215,7 @@ TEST(MorseStation, APressPastThirtyFiveHundredthsIsLong) {
 
 TEST(MorseStation, HeldFramesAddUpIncludingThePressFrame) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     d.level.symbols[0] = 0;
     d.press(d.level.key.x + 5, d.level.key.y + 5);
     d.idle(2);
@@ -227,7 +229,7 @@ TEST(MorseStation, HeldFramesAddUpIncludingThePressFrame) {
 
 TEST(MorseStation, TheKeyClicksOnTheReleaseOfARightSymbolOnly) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     d.level.symbols[0] = 0;
     EXPECT_EQ(d.press(d.level.key.x + 5, d.level.key.y + 5), LevelResult::Running);
     EXPECT_EQ(d.sounds, Sounds{});
@@ -237,7 +239,7 @@ TEST(MorseStation, TheKeyClicksOnTheReleaseOfARightSymbolOnly) {
 
 TEST(MorseStation, TheWrongLengthFiresWithOnlyTheFailSound) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     d.level.symbols[0] = 0;
     EXPECT_EQ(keyFor(d, kLong), LevelResult::Failed);
     EXPECT_EQ(d.sounds, Sounds{"fail"});
@@ -245,7 +247,7 @@ TEST(MorseStation, TheWrongLengthFiresWithOnlyTheFailSound) {
 
 TEST(MorseStation, APressStartingOutsideTheKeyIsIgnoredEvenIfReleasedOverIt) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     const Rect& k = d.level.key;
     d.press(k.x - 1, k.y + 10);
     EXPECT_FALSE(d.level.pressing);
@@ -259,7 +261,7 @@ TEST(MorseStation, APressStartingOutsideTheKeyIsIgnoredEvenIfReleasedOverIt) {
 
 TEST(MorseStation, KeyingAllFourSolvesWithFourClicksThenThePass) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     LevelResult r = LevelResult::Running;
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(r, LevelResult::Running);
@@ -295,32 +297,32 @@ TEST(MorseStation, LampAndKeyColours) {
 
 TEST(MorseStation, TheStatusSaysWatchDuringTheShow) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsStatus(shot.canvas, d.level, "WATCH"));
     EXPECT_TRUE(showsKeyLabel(shot.canvas, d.level, ink::oldBrass));
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "MIRROR THE LAMP'S BLINKS"));
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "MIRROR THE LAMP'S BLINKS"));
 }
 
 TEST(MorseStation, TheStatusCountsTheSymbolAskedFor) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     {
-        test::Picture shot(d.level);
+        memory::Picture shot(d.level);
         EXPECT_TRUE(showsStatus(shot.canvas, d.level, "SYMBOL 1 / 4"));
-        EXPECT_TRUE(test::showsInstruction(shot.canvas, "MIRROR THE LAMP'S BLINKS"));
+        EXPECT_TRUE(memory::showsInstruction(shot.canvas, "MIRROR THE LAMP'S BLINKS"));
     }
     ASSERT_EQ(keyFor(d, framesFor(d.level.symbols[0])), LevelResult::Running);
     ASSERT_EQ(keyFor(d, framesFor(d.level.symbols[1])), LevelResult::Running);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsStatus(shot.canvas, d.level, "SYMBOL 3 / 4"));
 }
 
 TEST(MorseStation, TheKeyKeepsItsLabelWhilePressed) {
     Driver<MorseLevel> d(kSeed, 21);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     d.press(d.level.key.x + 5, d.level.key.y + 5);
     ASSERT_TRUE(d.level.pressing);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsKeyLabel(shot.canvas, d.level, ink::darkGreen));
 }
 

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ using test::kPlayCentreX;
 using test::kPlayLeft;
 using test::kPlayTop;
 namespace ink = test::station_ink;
+namespace memory = test::memory;
 using Sounds = std::vector<std::string>;
 
 // Seed 31's spots lie far enough apart for probes around each one.
@@ -31,7 +33,7 @@ constexpr std::uint32_t kSeed = 31;
 ::testing::AssertionResult showsHeading(const test::SoftwareCanvas& canvas, const char* text,
                                         Color colour) {
     const Rect strip{kPlayLeft, kPlayTop + 10, kPlayArea.w, 34};
-    return test::showsText(canvas, strip, ink::black, text, kPlayCentreX, kPlayTop + 30,
+    return memory::showsText(canvas, strip, ink::black, text, kPlayCentreX, kPlayTop + 30,
                            TextSize::Normal, colour, true, true);
 }
 
@@ -116,13 +118,13 @@ TEST(RecallStation, APressDuringTheShowIsIgnored) {
     EXPECT_EQ(d.click(kPlayLeft + 7, kPlayTop + 10), LevelResult::Running);   // far from every spot
     EXPECT_TRUE(d.level.showing);
     EXPECT_EQ(d.sounds, Sounds{});
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     EXPECT_EQ(d.level.index, 0);
 }
 
 TEST(RecallStation, ClickingTheSpotsInOrderSolves) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     LevelResult r = LevelResult::Running;
     for (int i = 0; i < d.level.spotCount; ++i) {
         EXPECT_EQ(r, LevelResult::Running);
@@ -133,7 +135,7 @@ TEST(RecallStation, ClickingTheSpotsInOrderSolves) {
 
 TEST(RecallStation, EachSpotFoundClicksAndTheLastThenPasses) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     for (int i = 0; i < 4; ++i) {
         const std::size_t before = d.sounds.size();
         const LevelResult r = d.click(d.level.spots[i].x, d.level.spots[i].y);
@@ -144,21 +146,21 @@ TEST(RecallStation, EachSpotFoundClicksAndTheLastThenPasses) {
 
 TEST(RecallStation, APressFortyPixelsFromTheSpotFails) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     EXPECT_EQ(d.press(d.level.spots[0].x + 40, d.level.spots[0].y), LevelResult::Failed);
     EXPECT_EQ(d.sounds, Sounds{"fail"});
 }
 
 TEST(RecallStation, AFortyPixelDiagonalFailsToo) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     // 24 across and 32 down is exactly 40.
     EXPECT_EQ(d.press(d.level.spots[0].x + 24, d.level.spots[0].y + 32), LevelResult::Failed);
 }
 
 TEST(RecallStation, JustUnderFortyPixelsCounts) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     EXPECT_EQ(d.press(d.level.spots[0].x, d.level.spots[0].y - 39), LevelResult::Running);
     EXPECT_EQ(d.level.index, 1);
     EXPECT_EQ(d.sounds, Sounds{"click"});
@@ -166,7 +168,7 @@ TEST(RecallStation, JustUnderFortyPixelsCounts) {
 
 TEST(RecallStation, TheNextSpotOutOfOrderFails) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     const auto& s = d.level.spots;
     ASSERT_GE(distance(s[0].x, s[0].y, s[1].x, s[1].y), 40.0);
     EXPECT_EQ(d.press(s[1].x, s[1].y), LevelResult::Failed);
@@ -178,7 +180,7 @@ TEST(RecallStation, TheShowDrawsEarlierSpotsSmallAndTheCurrentOneLarge) {
     d.holdFor(1.7);   // the third spot is up
     ASSERT_EQ(d.level.index, 2);
     expectSpotsApart(d.level);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const auto& s = d.level.spots;
     const test::SoftwareCanvas& canvas = shot.canvas;
     // Spots already shown: radius 14 in brown; the one up now: radius 34 in gold.
@@ -198,57 +200,57 @@ TEST(RecallStation, TheCurrentSpotCarriesItsNumberFromOne) {
     d.holdFor(1.7);   // the third spot is up
     ASSERT_EQ(d.level.index, 2);
     expectSpotsApart(d.level);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const auto& s = d.level.spots[2];
-    EXPECT_TRUE(test::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "3", s.x,
+    EXPECT_TRUE(memory::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "3", s.x,
                                 s.y, TextSize::Large, ink::ink, true, true));
     // The earlier spots carry no number.
     const auto& e = d.level.spots[0];
-    EXPECT_EQ(test::inkIn(shot.canvas, Rect{e.x - 9, e.y - 9, 18, 18}, ink::holeBrown), 0);
+    EXPECT_EQ(memory::inkIn(shot.canvas, Rect{e.x - 9, e.y - 9, 18, 18}, ink::holeBrown), 0);
 }
 
 TEST(RecallStation, TheFirstSpotIsNumberedOne) {
     Driver<RecallLevel> d(kSeed, 12);
     d.idle(6);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const auto& s = d.level.spots[0];
-    EXPECT_TRUE(test::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "1", s.x,
+    EXPECT_TRUE(memory::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "1", s.x,
                                 s.y, TextSize::Large, ink::ink, true, true));
 }
 
 TEST(RecallStation, TheShowIsTitledMemoriseTheOrder) {
     Driver<RecallLevel> d(kSeed, 12);
     d.idle(6);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsHeading(shot.canvas, "MEMORISE THE ORDER", ink::terminalGreen));
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "REPEAT THE FLASHES IN ORDER, FROM MEMORY"));
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "REPEAT THE FLASHES IN ORDER, FROM MEMORY"));
 }
 
 TEST(RecallStation, TheAnswerShowsNoSpotsOnlyThePrompt) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
-    test::Picture shot(d.level);
+    memory::watchTheShow(d);
+    memory::Picture shot(d.level);
     for (int i = 0; i < d.level.spotCount; ++i) {
         const auto& s = d.level.spots[i];
-        EXPECT_EQ(test::inkIn(shot.canvas, Rect{s.x - 35, s.y - 35, 71, 71}, ink::black), 0) << i;
+        EXPECT_EQ(memory::inkIn(shot.canvas, Rect{s.x - 35, s.y - 35, 71, 71}, ink::black), 0) << i;
     }
     EXPECT_TRUE(showsHeading(shot.canvas, "CLICK SPOT 1 / 4", ink::gold));
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "REPEAT THE FLASHES IN ORDER, FROM MEMORY"));
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "REPEAT THE FLASHES IN ORDER, FROM MEMORY"));
 }
 
 TEST(RecallStation, ThePromptCountsTheSpotsFound) {
     Driver<RecallLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     ASSERT_EQ(d.click(d.level.spots[0].x, d.level.spots[0].y), LevelResult::Running);
     ASSERT_EQ(d.click(d.level.spots[1].x, d.level.spots[1].y), LevelResult::Running);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsHeading(shot.canvas, "CLICK SPOT 3 / 4", ink::gold));
 }
 
 TEST(RecallStation, ThePromptCountsFiveSpotsFromStationForty) {
     Driver<RecallLevel> d(kSeed, 40);
-    test::watchTheShow(d);
-    test::Picture shot(d.level);
+    memory::watchTheShow(d);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsHeading(shot.canvas, "CLICK SPOT 1 / 5", ink::gold));
 }
 
@@ -258,7 +260,7 @@ TEST(RecallStation, AHandOnTheSecondSpotFirstIsFiredWithTheFailSound) {
     const auto& level = dynamic_cast<const RecallLevel&>(*bench.station);
     ASSERT_GE(distance(level.spots[0].x, level.spots[0].y, level.spots[1].x, level.spots[1].y),
               40.0);
-    test::ClickWhenReady hand;
+    memory::ClickWhenReady hand;
     hand.ready = [](const Level& s) { return !dynamic_cast<const RecallLevel&>(s).showing; };
     hand.x = level.spots[1].x;
     hand.y = level.spots[1].y;

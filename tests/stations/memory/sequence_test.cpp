@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace {
 
 using test::Driver;
 namespace ink = test::station_ink;
-namespace memory_ink = test::memory_ink;
+namespace memory = test::memory;
 using Sounds = std::vector<std::string>;
 
 constexpr std::uint32_t kSeed = 5;
@@ -104,10 +105,10 @@ TEST(SequenceStation, LeversStartUpInOrangeAndDropGreenWhenThrown) {
     const Rect& down = d.level.switches[2];
     // On a 60 x 120 switch the 36 x 40 lever sits 12 px in from either side,
     // 10 px below the top while up and 10 px above the bottom once thrown.
-    EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 30), memory_ink::leverUp);
-    EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 10), memory_ink::leverUp);
-    EXPECT_EQ(canvas.pixel(up.x + 12, up.y + 30), memory_ink::leverUp);
-    EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 49), memory_ink::leverUp);
+    EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 30), memory::leverUp);
+    EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 10), memory::leverUp);
+    EXPECT_EQ(canvas.pixel(up.x + 12, up.y + 30), memory::leverUp);
+    EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 49), memory::leverUp);
     EXPECT_EQ(canvas.pixel(up.x + 11, up.y + 30), ink::darkBrass);
     EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 9), ink::darkBrass);
     EXPECT_EQ(canvas.pixel(up.x + 30, up.y + 51), ink::darkBrass);
@@ -122,7 +123,7 @@ TEST(SequenceStation, LeversStartUpInOrangeAndDropGreenWhenThrown) {
 TEST(SequenceStation, NothingButTheSwitchesIsDrawn) {
     // No labels and no instruction line: the order is only in the catalogue's words.
     Driver<SequenceLevel> d(kSeed, 11);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     const Rect area = kPlayArea;
     int stray = 0;
     for (int y = area.y; y < area.y + area.h; ++y) {
@@ -142,7 +143,7 @@ TEST(SequenceStation, NothingButTheSwitchesIsDrawn) {
 TEST(SequenceStation, AHandOnTheLeftSwitchFirstIsFiredWithTheFailSound) {
     test::StationDriver bench(test::shippedRecord("sequence"), 11);
     const auto& level = dynamic_cast<const SequenceLevel&>(*bench.station);
-    test::ClickWhenReady hand;
+    memory::ClickWhenReady hand;
     hand.x = test::centreX(level.switches[0]);
     hand.y = test::centreY(level.switches[0]);
     EXPECT_EQ(bench.play(hand, 10.0).result, LevelResult::Failed);

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,7 @@ using test::kPlayCentreX;
 using test::kPlayLeft;
 using test::kPlayTop;
 namespace ink = test::station_ink;
-namespace memory_ink = test::memory_ink;
+namespace memory = test::memory;
 using Sounds = std::vector<std::string>;
 
 // Seed 2024 at an early station: four rounds.
@@ -42,7 +43,7 @@ LevelResult repeatRound(Driver<SimonLevel>& d) {
 // top of the play area.
 ::testing::AssertionResult showsStatus(const test::SoftwareCanvas& canvas, const char* text) {
     const Rect strip{kPlayLeft, kPlayTop + 5, kPlayArea.w, 60};
-    return test::showsText(canvas, strip, ink::black, text, kPlayCentreX, kPlayTop + 34,
+    return memory::showsText(canvas, strip, ink::black, text, kPlayCentreX, kPlayTop + 34,
                            TextSize::Normal, ink::gold, true, true);
 }
 
@@ -138,7 +139,7 @@ TEST(SimonStation, TheSamePadTwiceInARowFlashesTwice) {
 
 TEST(SimonStation, TheShowPlaysNoSound) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     EXPECT_EQ(d.sounds, Sounds{});
 }
 
@@ -149,7 +150,7 @@ TEST(SimonStation, WithMaximumFourThePlayerRepeatsLengthsOneToFour) {
     std::vector<std::size_t> lengths;
     LevelResult r = LevelResult::Running;
     while (r == LevelResult::Running && lengths.size() < 10) {
-        test::watchTheShow(d);
+        memory::watchTheShow(d);
         lengths.push_back(d.level.sequence.size());
         EXPECT_EQ(d.level.sequence, expected);
         r = repeatRound(d);
@@ -166,7 +167,7 @@ TEST(SimonStation, FromStationFortyTheLastRoundIsFivePadsLong) {
     LevelResult r = LevelResult::Running;
     int rounds = 0;
     while (r == LevelResult::Running && rounds < 10) {
-        test::watchTheShow(d);
+        memory::watchTheShow(d);
         ++rounds;
         r = repeatRound(d);
     }
@@ -178,7 +179,7 @@ TEST(SimonStation, FromStationFortyTheLastRoundIsFivePadsLong) {
 TEST(SimonStation, EveryAcceptedPressClicksAndTheLastOneThenPasses) {
     Driver<SimonLevel> d(kSeed, 12);
     for (int round = 1; round <= 4; ++round) {
-        test::watchTheShow(d);
+        memory::watchTheShow(d);
         for (int i = 0; i < round; ++i) {
             const std::size_t before = d.sounds.size();
             const LevelResult r = pressPad(d, d.level.sequence[static_cast<std::size_t>(i)]);
@@ -198,7 +199,7 @@ TEST(SimonStation, AWrongPadAtAnyStepFires) {
             Driver<SimonLevel> d(77, 12);
             // Play the earlier rounds whole, then this one up to the step.
             for (int played = 1; played <= round; ++played) {
-                test::watchTheShow(d);
+                memory::watchTheShow(d);
                 const int upTo = played < round ? played : step;
                 for (int i = 0; i < upTo; ++i) {
                     ASSERT_EQ(pressPad(d, d.level.sequence[static_cast<std::size_t>(i)]),
@@ -208,7 +209,8 @@ TEST(SimonStation, AWrongPadAtAnyStepFires) {
             ASSERT_EQ(static_cast<int>(d.level.sequence.size()), round);
             const int wrong = (d.level.sequence[static_cast<std::size_t>(step)] + 1) % 4;
             const std::size_t before = d.sounds.size();
-            EXPECT_EQ(pressPad(d, wrong), LevelResult::Failed) << "round " << round << " step " << step;
+            EXPECT_EQ(pressPad(d, wrong), LevelResult::Failed)
+                << "round " << round << " step " << step;
             EXPECT_EQ(d.soundsSince(before), Sounds{"fail"});
         }
     }
@@ -227,7 +229,7 @@ TEST(SimonStation, PressingDuringTheShowDoesNothing) {
     EXPECT_EQ(d.level.litPad, -1);
     EXPECT_EQ(d.level.sequence.size(), 1u);
     EXPECT_EQ(d.sounds, Sounds{});
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     // Still the first press of the round is asked for.
     EXPECT_EQ(pressPad(d, right), LevelResult::Running);
     EXPECT_EQ(d.level.sequence.size(), 2u);
@@ -235,11 +237,12 @@ TEST(SimonStation, PressingDuringTheShowDoesNothing) {
 
 TEST(SimonStation, PressesOffThePadsDoNothing) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     const Rect& topLeft = d.level.pads[0];
+    const int beside = topLeft.y + 40;
     EXPECT_EQ(d.click(kPlayCentreX, kPlayTop + 210), LevelResult::Running);   // the gutter
-    EXPECT_EQ(d.click(topLeft.x + topLeft.w, topLeft.y + 40), LevelResult::Running);   // just right of it
-    EXPECT_EQ(d.click(kPlayLeft + 37, topLeft.y + 40), LevelResult::Running);   // far left
+    EXPECT_EQ(d.click(topLeft.x + topLeft.w, beside), LevelResult::Running);  // just right of it
+    EXPECT_EQ(d.click(kPlayLeft + 37, beside), LevelResult::Running);         // far left
     EXPECT_EQ(d.level.inputIndex, 0);
     EXPECT_EQ(d.level.litPad, -1);
     EXPECT_EQ(d.sounds, Sounds{});
@@ -247,7 +250,7 @@ TEST(SimonStation, PressesOffThePadsDoNothing) {
 
 TEST(SimonStation, APressLightsThePadPressed) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     const int p = d.level.sequence[0];
     const Rect& pad = d.level.pads[p];
     d.press(pad.x + 75, pad.y + 75);
@@ -256,7 +259,7 @@ TEST(SimonStation, APressLightsThePadPressed) {
 
 TEST(SimonStation, AFullyRepeatedRoundShowsTheWholeLongerSequenceFromTheTop) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     const int first = d.level.sequence[0];
     ASSERT_GE(d.level.showTimer, 0.55);   // where the first show left it
     ASSERT_EQ(d.press(d.level.pads[first].x + 5, d.level.pads[first].y + 5), LevelResult::Running);
@@ -277,14 +280,14 @@ TEST(SimonStation, RestingAndLitPadColours) {
     const auto inside = [&](int p) {
         return canvas.pixel(d.level.pads[p].x + 20, d.level.pads[p].y + 75);
     };
-    EXPECT_EQ(inside(0), memory_ink::simonRedResting);
-    EXPECT_EQ(inside(1), memory_ink::simonGreenResting);
+    EXPECT_EQ(inside(0), memory::simonRedResting);
+    EXPECT_EQ(inside(1), memory::simonGreenResting);
     EXPECT_EQ(inside(2), ink::gold);
-    EXPECT_EQ(inside(3), memory_ink::simonBlueResting);
+    EXPECT_EQ(inside(3), memory::simonBlueResting);
     d.level.litPad = 0;
     d.level.render(canvas.graphics);
     EXPECT_EQ(inside(0), ink::alarmRed);
-    EXPECT_EQ(inside(2), memory_ink::simonGoldResting);
+    EXPECT_EQ(inside(2), memory::simonGoldResting);
     d.level.litPad = 1;
     d.level.render(canvas.graphics);
     EXPECT_EQ(inside(1), ink::terminalGreen);
@@ -301,41 +304,41 @@ TEST(SimonStation, PadsAreRoundedWithRadiusTen) {
     const Rect& pad = d.level.pads[0];
     EXPECT_EQ(canvas.pixel(pad.x, pad.y), ink::black);   // the corner is cut
     EXPECT_EQ(canvas.pixel(pad.x + 2, pad.y + 2), ink::black);
-    EXPECT_EQ(canvas.pixel(pad.x + 3, pad.y + 3), memory_ink::simonRedResting);
-    EXPECT_EQ(canvas.pixel(pad.x + 10, pad.y), memory_ink::simonRedResting);
+    EXPECT_EQ(canvas.pixel(pad.x + 3, pad.y + 3), memory::simonRedResting);
+    EXPECT_EQ(canvas.pixel(pad.x + 10, pad.y), memory::simonRedResting);
 }
 
 TEST(SimonStation, TheStatusSaysWatchWhileTheRoundIsShown) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsStatus(shot.canvas, "WATCH  len 1/4"));
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "REPEAT THE SEQUENCE"));
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "REPEAT THE SEQUENCE"));
 }
 
 TEST(SimonStation, TheStatusSaysRepeatOnceTheShowIsOver) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::watchTheShow(d);
-    test::Picture shot(d.level);
+    memory::watchTheShow(d);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsStatus(shot.canvas, "REPEAT  len 1/4"));
-    EXPECT_TRUE(test::showsInstruction(shot.canvas, "REPEAT THE SEQUENCE"));
+    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "REPEAT THE SEQUENCE"));
 }
 
 TEST(SimonStation, TheStatusCountsTheNewLengthWhenTheNextRoundIsShown) {
     Driver<SimonLevel> d(kSeed, 12);
-    test::watchTheShow(d);
+    memory::watchTheShow(d);
     ASSERT_EQ(repeatRound(d), LevelResult::Running);
     {
-        test::Picture shot(d.level);
+        memory::Picture shot(d.level);
         EXPECT_TRUE(showsStatus(shot.canvas, "WATCH  len 2/4"));
     }
-    test::watchTheShow(d);
-    test::Picture shot(d.level);
+    memory::watchTheShow(d);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsStatus(shot.canvas, "REPEAT  len 2/4"));
 }
 
 TEST(SimonStation, TheStatusShowsAMaximumOfFiveFromStationForty) {
     Driver<SimonLevel> d(kSeed, 40);
-    test::Picture shot(d.level);
+    memory::Picture shot(d.level);
     EXPECT_TRUE(showsStatus(shot.canvas, "WATCH  len 1/5"));
 }
 
@@ -344,7 +347,7 @@ TEST(SimonStation, AHandOnTheWrongPadIsFiredWithTheFailSound) {
     test::StationDriver bench(test::shippedRecord("simon"), 11);
     const auto& level = dynamic_cast<const SimonLevel&>(*bench.station);
     const Rect& wrong = level.pads[(level.sequence[0] + 2) % 4];
-    test::ClickWhenReady hand;
+    memory::ClickWhenReady hand;
     hand.ready = [](const Level& s) { return !dynamic_cast<const SimonLevel&>(s).showing; };
     hand.x = test::centreX(wrong);
     hand.y = test::centreY(wrong);
