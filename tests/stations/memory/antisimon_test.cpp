@@ -166,10 +166,10 @@ TEST(AntiSimonStation, TheFlashingPadSaysAvoidAndADonePadSaysOk) {
     const Rect& flashing = d.level.pads[1];
     const Rect& done = d.level.pads[2];
     EXPECT_TRUE(memory::showsText(shot.canvas, padInside(flashing), ink::alarmRed, "AVOID",
-                                flashing.x + 75, flashing.y + 75, TextSize::Normal, ink::ink, true,
-                                true));
+                                  flashing.x + 75, flashing.y + 75, TextSize::Normal, ink::ink,
+                                  true, true));
     EXPECT_TRUE(memory::showsText(shot.canvas, padInside(done), ink::darkGreen, "OK", done.x + 75,
-                                done.y + 75, TextSize::Normal, ink::ink, true, true));
+                                  done.y + 75, TextSize::Normal, ink::ink, true, true));
     EXPECT_EQ(memory::inkIn(shot.canvas, padInside(d.level.pads[0]), ink::bronze), 0);
     EXPECT_EQ(memory::inkIn(shot.canvas, padInside(d.level.pads[3]), ink::bronze), 0);
     EXPECT_TRUE(memory::showsInstruction(shot.canvas, "CLICK ALL PADS EXCEPT THE FLASHING ONE"));
@@ -182,7 +182,7 @@ TEST(AntiSimonStation, ADonePadThatFlashesSaysAvoid) {
     memory::Picture shot(d.level);
     const Rect& pad = d.level.pads[0];
     EXPECT_TRUE(memory::showsText(shot.canvas, padInside(pad), ink::alarmRed, "AVOID", pad.x + 75,
-                                pad.y + 75, TextSize::Normal, ink::ink, true, true));
+                                  pad.y + 75, TextSize::Normal, ink::ink, true, true));
 }
 
 // Played by a hand, as in the run: the flash holds still for its first 0.9 s,

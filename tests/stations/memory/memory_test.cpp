@@ -354,9 +354,9 @@ TEST(MemoryStation, ARevealedCardShowsItsPairValuePlusOne) {
     const Rect& one = d.level.cards[whereIs(d.level, 0)];
     const Rect& five = d.level.cards[whereIs(d.level, 9)];
     EXPECT_TRUE(memory::showsText(shot.canvas, cardFace(one), ink::litBrass, "1", one.x + 42,
-                                one.y + 42, TextSize::Large, ink::ink, true, true));
+                                  one.y + 42, TextSize::Large, ink::ink, true, true));
     EXPECT_TRUE(memory::showsText(shot.canvas, cardFace(five), ink::litBrass, "5", five.x + 42,
-                                five.y + 42, TextSize::Large, ink::ink, true, true));
+                                  five.y + 42, TextSize::Large, ink::ink, true, true));
     // A matched card is blank green.
     const Rect& gone = d.level.cards[whereIs(d.level, 4)];
     EXPECT_EQ(memory::inkIn(shot.canvas, cardFace(gone), ink::deepGreen), 0);
@@ -369,7 +369,7 @@ TEST(MemoryStation, TheBigCabinetsLastPairReadsSix) {
     memory::Picture shot(d.level);
     const Rect& r = d.level.cards[whereIs(d.level, 10)];
     EXPECT_TRUE(memory::showsText(shot.canvas, cardFace(r), ink::litBrass, "6", r.x + 42, r.y + 42,
-                                TextSize::Large, ink::ink, true, true));
+                                  TextSize::Large, ink::ink, true, true));
 }
 
 // Played by a hand, as in the run: every card in position order, twice

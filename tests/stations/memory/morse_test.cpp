@@ -49,7 +49,7 @@ int framesFor(int symbol) { return symbol == 1 ? kLong : kTap; }
                                        const char* text) {
     const Rect strip{kPlayLeft, level.lamp.y + 70, kPlayArea.w, 60};
     return memory::showsText(canvas, strip, ink::black, text, kPlayCentreX, level.lamp.y + 90,
-                           TextSize::Small, ink::terminalGreen, true, false);
+                             TextSize::Small, ink::terminalGreen, true, false);
 }
 
 // The key's label: centred on the key, and wider than it, so it is checked in
@@ -73,7 +73,7 @@ int framesFor(int symbol) { return symbol == 1 ? kLong : kTap; }
         return left;
     }
     return memory::showsText(canvas, Rect{k.x + k.w, k.y + 15, 160, 50}, ink::black, label, x, y,
-                           TextSize::Small, ink::ink, true, true);
+                             TextSize::Small, ink::ink, true, true);
 }
 
 TEST(MorseStation, FourSymbolsFromTheLowBitOfFourRawDraws) {

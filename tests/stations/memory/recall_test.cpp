@@ -34,7 +34,7 @@ constexpr std::uint32_t kSeed = 31;
                                         Color colour) {
     const Rect strip{kPlayLeft, kPlayTop + 10, kPlayArea.w, 34};
     return memory::showsText(canvas, strip, ink::black, text, kPlayCentreX, kPlayTop + 30,
-                           TextSize::Normal, colour, true, true);
+                             TextSize::Normal, colour, true, true);
 }
 
 void expectSpotsApart(const RecallLevel& level) {
@@ -202,8 +202,8 @@ TEST(RecallStation, TheCurrentSpotCarriesItsNumberFromOne) {
     expectSpotsApart(d.level);
     memory::Picture shot(d.level);
     const auto& s = d.level.spots[2];
-    EXPECT_TRUE(memory::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "3", s.x,
-                                s.y, TextSize::Large, ink::ink, true, true));
+    EXPECT_TRUE(memory::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "3",
+                                  s.x, s.y, TextSize::Large, ink::ink, true, true));
     // The earlier spots carry no number.
     const auto& e = d.level.spots[0];
     EXPECT_EQ(memory::inkIn(shot.canvas, Rect{e.x - 9, e.y - 9, 18, 18}, ink::holeBrown), 0);
@@ -214,8 +214,8 @@ TEST(RecallStation, TheFirstSpotIsNumberedOne) {
     d.idle(6);
     memory::Picture shot(d.level);
     const auto& s = d.level.spots[0];
-    EXPECT_TRUE(memory::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "1", s.x,
-                                s.y, TextSize::Large, ink::ink, true, true));
+    EXPECT_TRUE(memory::showsText(shot.canvas, Rect{s.x - 24, s.y - 24, 48, 48}, ink::gold, "1",
+                                  s.x, s.y, TextSize::Large, ink::ink, true, true));
 }
 
 TEST(RecallStation, TheShowIsTitledMemoriseTheOrder) {

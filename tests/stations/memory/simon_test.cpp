@@ -44,7 +44,7 @@ LevelResult repeatRound(Driver<SimonLevel>& d) {
 ::testing::AssertionResult showsStatus(const test::SoftwareCanvas& canvas, const char* text) {
     const Rect strip{kPlayLeft, kPlayTop + 5, kPlayArea.w, 60};
     return memory::showsText(canvas, strip, ink::black, text, kPlayCentreX, kPlayTop + 34,
-                           TextSize::Normal, ink::gold, true, true);
+                             TextSize::Normal, ink::gold, true, true);
 }
 
 TEST(SimonStation, FourPadsInASquareAroundTheCentre) {
