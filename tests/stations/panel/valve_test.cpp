@@ -195,7 +195,7 @@ void expectWheelDrawn(const SoftwareCanvas& canvas, const ValveLevel& v) {
     const double between = a + 22.5;
     EXPECT_EQ(canvas.pixel(outX(v.cx, 50, between), outY(v.cy, 50, between)), station_ink::greenScreen);
     EXPECT_EQ(canvas.pixel(outX(v.cx, 78, between), outY(v.cy, 78, between)), station_ink::bronze);
-    EXPECT_EQ(canvas.pixel(outX(v.cx, 20, between), outY(v.cy, 20, between)), station_ink::brass);
+    EXPECT_EQ(canvas.pixel(outX(v.cx, 21, between), outY(v.cy, 21, between)), station_ink::brass);
     EXPECT_EQ(canvas.pixel(outX(v.cx, 26, between), outY(v.cy, 26, between)), station_ink::greenScreen);
     const int labelX = v.cx + v.radius + 8;
     const int labelY = v.cy - v.radius;
