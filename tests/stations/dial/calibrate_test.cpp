@@ -5,6 +5,7 @@
 
 #include "stations/dial/dial_fixtures.h"
 #include "stations/dial_stations.h"
+#include "support/draws_by_hand.h"
 #include "support/play_area.h"
 #include "support/station_driver.h"
 #include "support/station_ink.h"
@@ -116,6 +117,7 @@ TEST(CalibrateStation, SeedTwentyTwentyFourSetsTheMarksAtFiftyTwoSeventyAndTwent
     EXPECT_NEAR(d.level.target[0], 0.52, 1e-12);
     EXPECT_NEAR(d.level.target[1], 0.70, 1e-12);
     EXPECT_NEAR(d.level.target[2], 0.24, 1e-12);
+    EXPECT_EQ(d.rng, engineAfter(2024, 3));
 }
 
 TEST(CalibrateStation, SlidingIsSilentAndOnlyThePassMakesASound) {

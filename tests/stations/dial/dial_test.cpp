@@ -45,11 +45,9 @@ TEST(DialStation, TargetIsPointFiftyFivePlusAQuarterOfOneUniformRealDraw) {
 
 TEST(DialStation, TargetStaysWithinPointFiftyFiveToPointEighty) {
     for (std::uint32_t seed = 1; seed <= 200; ++seed) {
-        DialLevel dial;
-        Rng r(seed);
-        dial.setup(LevelDef{}, r, kPlayArea);
-        EXPECT_GE(dial.target, 0.55);
-        EXPECT_LT(dial.target, 0.80);
+        Driver<DialLevel> d(seed);
+        EXPECT_GE(d.level.target, 0.55) << seed;
+        EXPECT_LT(d.level.target, 0.80) << seed;
     }
 }
 

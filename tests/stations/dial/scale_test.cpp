@@ -99,11 +99,9 @@ TEST(ScaleStation, BalancesWithinTwoEitherSide) {
 
 TEST(ScaleStation, TheHiddenOffsetIsFifteenToThirtyFourSoNeverZero) {
     for (std::uint32_t seed = 1; seed <= 200; ++seed) {
-        ScaleLevel s;
-        Rng r(seed);
-        s.setup(LevelDef{}, r, kPlayArea);
-        EXPECT_GE(s.readoutOffset, 15);
-        EXPECT_LE(s.readoutOffset, 34);
+        Driver<ScaleLevel> d(seed);
+        EXPECT_GE(d.level.readoutOffset, 15) << seed;
+        EXPECT_LE(d.level.readoutOffset, 34) << seed;
     }
 }
 
