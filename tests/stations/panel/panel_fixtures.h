@@ -1,0 +1,46 @@
+#pragma once
+// What the control-panel tests share: the few colours only the panel
+// hardware wears (the rest are in support/station_ink.h), and a look at one
+// frame of a station on a black canvas with the game's fonts.
+
+#include "gfx/color.h"
+#include "stations/level.h"
+#include "support/software_canvas.h"
+#include "support/station_ink.h"
+
+namespace vorn::test {
+
+namespace panel_ink {
+
+constexpr Color orders = rgb(204, 136, 36);        // the checklist's line of orders
+constexpr Color blownCore = rgb(127, 29, 21);      // a blown fuse not yet swapped
+// The checklist's valve disc is its stage colour at half strength; the
+// spokes are the full colour (the third stage's half is station_ink::darkGreen).
+constexpr Color halfOldBrass = rgb(59, 46, 15);
+constexpr Color halfOrange = rgb(127, 85, 23);
+
+}  // namespace panel_ink
+
+namespace panel {
+
+// The station's own frame on a black canvas with the game's fonts.
+inline void renderOnBlack(SoftwareCanvas& canvas, Level& station) {
+    canvas.useGameFonts();
+    canvas.fill(station_ink::black);
+    station.render(canvas.graphics);
+}
+
+// How many pixels of `box` are not colour c.
+inline int pixelsOtherThan(const SoftwareCanvas& canvas, const Rect& box, Color c) {
+    int other = 0;
+    for (int y = box.y; y < box.y + box.h; ++y) {
+        for (int x = box.x; x < box.x + box.w; ++x) {
+            other += canvas.pixel(x, y) != c ? 1 : 0;
+        }
+    }
+    return other;
+}
+
+}  // namespace panel
+
+}  // namespace vorn::test
