@@ -21,8 +21,9 @@ constexpr Color alarmRed = rgb(255, 58, 42);
 constexpr Color greenScreen = rgb(16, 36, 15);
 constexpr Color casingBeige = rgb(216, 199, 156);
 constexpr Color orange = rgb(255, 170, 46);           // levers still up, gauge levels, knobs off their marks
-// The header's instruction line over the play area (the catalogue's words).
-constexpr Color headerInstruction = rgb(255, 170, 46);
+// The header's instruction line over the play area (the catalogue's words),
+// in the same orange.
+constexpr Color headerInstruction = orange;
 // A station's own note at the foot of its play area.
 constexpr Color playAreaNote = rgb(178, 119, 32);
 
