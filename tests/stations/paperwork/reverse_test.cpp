@@ -180,7 +180,7 @@ TEST(ReverseStation, Seed5489PutsTheMarkRightOfACentredKnob) {
     EXPECT_EQ(shot.at(kPlayCentreX, kPlayCentreY), station_ink::alarmRed);
     EXPECT_EQ(shot.at(kPlayCentreX + 13, kPlayCentreY), station_ink::alarmRed);
     EXPECT_EQ(shot.at(kPlayCentreX, kPlayCentreY - 13), station_ink::alarmRed);
-    EXPECT_EQ(shot.at(kPlayCentreX + 16, kPlayCentreY), station_ink::charcoal);
+    EXPECT_EQ(shot.at(kPlayCentreX + 15, kPlayCentreY), station_ink::charcoal);
 }
 
 TEST(ReverseStation, TheTrackIsCharcoalWithCornersRoundedBySix) {

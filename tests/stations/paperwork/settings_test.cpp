@@ -92,7 +92,7 @@ TEST(SettingsStation, OffTheKnobSitsLeftOnADarkBrassPill) {
     EXPECT_EQ(shot.at(t.x + 18 + 13, t.y + 18), station_ink::casingBeige);
     EXPECT_EQ(shot.at(t.x + 18, t.y + 18 - 13), station_ink::casingBeige);
     EXPECT_EQ(shot.at(t.x + 18, t.y + 18 + 13), station_ink::casingBeige);
-    EXPECT_EQ(shot.at(t.x + 18 + 16, t.y + 18), station_ink::darkBrass);
+    EXPECT_EQ(shot.at(t.x + 18 + 15, t.y + 18), station_ink::darkBrass);
     EXPECT_EQ(shot.at(t.x + t.w - 18, t.y + 18), station_ink::darkBrass);
     EXPECT_EQ(shot.at(t.x, t.y), station_ink::black);   // a pill: its corners are bare
 }
@@ -106,7 +106,7 @@ TEST(SettingsStation, OnTheKnobSitsRightOnAGreenPill) {
     EXPECT_EQ(shot.at(t.x + t.w - 18 - 13, t.y + 18), station_ink::casingBeige);
     EXPECT_EQ(shot.at(t.x + t.w - 18, t.y + 18 - 13), station_ink::casingBeige);
     EXPECT_EQ(shot.at(t.x + t.w - 18, t.y + 18 + 13), station_ink::casingBeige);
-    EXPECT_EQ(shot.at(t.x + t.w - 18 - 16, t.y + 18), station_ink::terminalGreen);
+    EXPECT_EQ(shot.at(t.x + t.w - 18 - 15, t.y + 18), station_ink::terminalGreen);
     EXPECT_EQ(shot.at(t.x + 18, t.y + 18), station_ink::terminalGreen);
 }
 
