@@ -27,6 +27,12 @@ if [ "${#patches[@]}" -eq 0 ]; then
 fi
 
 mkdir -p "$work"
+work=$(cd "$work" && pwd)
+# The scratch copy is no repository, but it may sit inside one (build/ is in
+# the working tree): git apply would then take it for a subfolder of that
+# repository and skip every path outside it without a word. Git looks no
+# higher than the scratch folder.
+export GIT_CEILING_DIRECTORIES=$work
 rm -rf "$work/tree"
 mkdir -p "$work/tree"
 (cd "$root" && git ls-files -co --exclude-standard -z | tar --null -cf - -T -) | tar -xf - -C "$work/tree"
