@@ -46,14 +46,12 @@ inline int smallWordsUnlike(const SoftwareCanvas& canvas, const Rect& region, co
                             centred, false);
 }
 
-// The same for a station's own line of orders at the foot of the play
-// area: small, in the note colour, centred on the play area, `fromBottom`
-// pixels above its foot. The region compared runs from `top` (below
-// anything else the station draws) to 40 pixels under the play area.
+// A station's own line of orders (playAreaNoteUnlike) over the band from
+// `top` (below anything else the station draws) to 40 pixels under the play
+// area.
 inline int ordersUnlike(const SoftwareCanvas& canvas, const char* words, int fromBottom, int top) {
-    const Rect below{kPlayLeft, top, kPlayRight - kPlayLeft, kPlayBottom + 40 - top};
-    return smallWordsUnlike(canvas, below, words, kPlayCentreX, kPlayBottom - fromBottom,
-                            station_ink::playAreaNote, true);
+    return playAreaNoteUnlike(canvas, Rect{kPlayLeft, top, kPlayArea.w, kPlayBottom + 40 - top}, words,
+                              fromBottom);
 }
 
 }  // namespace vorn::test

@@ -1,5 +1,7 @@
 #include "support/text_probe.h"
 
+#include "support/play_area.h"
+
 namespace vorn::test {
 
 int pixelsUnlikeText(const SoftwareCanvas& canvas, const Rect& region, Color background,
@@ -20,6 +22,12 @@ int pixelsUnlikeText(const SoftwareCanvas& canvas, const Rect& region, Color bac
         }
     }
     return differing;
+}
+
+int playAreaNoteUnlike(const SoftwareCanvas& canvas, const Rect& band, const char* words, int fromBottom,
+                       Color background) {
+    return pixelsUnlikeText(canvas, band, background, words, kPlayCentreX, kPlayBottom - fromBottom,
+                            TextSize::Small, station_ink::playAreaNote, true, false);
 }
 
 }  // namespace vorn::test

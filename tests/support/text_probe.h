@@ -6,6 +6,7 @@
 
 #include "gfx/graphics.h"
 #include "support/software_canvas.h"
+#include "support/station_ink.h"
 
 namespace vorn::test {
 
@@ -16,5 +17,13 @@ namespace vorn::test {
 int pixelsUnlikeText(const SoftwareCanvas& canvas, const Rect& region, Color background,
                      const char* text, int x, int y, TextSize size, Color color, bool centerX,
                      bool centerY);
+
+// A station's own note at the foot of its play area, the one line every
+// station shows in the same way: `words` in small type and the note colour,
+// centred across the play area with its top `fromBottom` pixels above the
+// area's foot. Returns how many pixels of `band` (which must hold only the
+// note on `background`) differ from that, or -1 without a font.
+int playAreaNoteUnlike(const SoftwareCanvas& canvas, const Rect& band, const char* words,
+                       int fromBottom = 16, Color background = station_ink::black);
 
 }  // namespace vorn::test

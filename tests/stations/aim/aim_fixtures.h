@@ -65,8 +65,7 @@ constexpr Rect kOrdersBand{kPlayLeft, kPlayBottom - 24, kPlayArea.w, 28};
 // area 16 px above its foot.
 inline int ordersUnlike(const SoftwareCanvas& canvas, const char* words,
                         Color background = station_ink::black, Rect band = kOrdersBand) {
-    return pixelsUnlikeText(canvas, band, background, words, kPlayCentreX, kPlayBottom - 16,
-                            TextSize::Small, station_ink::playAreaNote, true, false);
+    return playAreaNoteUnlike(canvas, band, words, 16, background);
 }
 
 // How many pixels outside the given boxes are not the background: anything

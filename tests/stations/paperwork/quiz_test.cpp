@@ -129,8 +129,7 @@ TEST(QuizStation, TheNoteAtTheFootSaysEveryAnswerIsWrong) {
     const Rect& last = d.level.boxes[3];
     const int underBoxes = last.y + last.h + 1;
     const Rect belowBoxes{kPlayLeft, underBoxes, kPlayArea.w, kPlayBottom - underBoxes};
-    EXPECT_EQ(shot.unlikeText(belowBoxes, station_ink::black, "EVERY ANSWER IS WRONG", kPlayCentreX,
-                              kPlayBottom - 16, TextSize::Small, station_ink::playAreaNote, true, false),
+    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, belowBoxes, "EVERY ANSWER IS WRONG"),
               0);
 }
 

@@ -233,9 +233,7 @@ TEST(ReverseStation, TheNoteAtTheFootSaysTheControlsAreInverted) {
     Driver<ReverseLevel> d;
     const Shot shot(d.level);
     const int underButtons = d.level.leftButton.y + d.level.leftButton.h + 1;
-    EXPECT_EQ(shot.unlikeText(Rect{kPlayLeft, underButtons, kPlayArea.w, kPlayBottom - underButtons},
-                              station_ink::black, "CONTROLS ARE INVERTED", kPlayCentreX, kPlayBottom - 16,
-                              TextSize::Small, station_ink::playAreaNote, true, false),
+    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, Rect{kPlayLeft, underButtons, kPlayArea.w, kPlayBottom - underButtons}, "CONTROLS ARE INVERTED"),
               0);
 }
 

@@ -188,9 +188,7 @@ TEST(StroopStation, TheNoteAtTheFootSaysMeaningNotInk) {
     Driver<StroopLevel> d;
     const Shot shot(d.level);
     const int underSwatches = kPlayCentreY + 110 + 1;
-    EXPECT_EQ(shot.unlikeText(Rect{kPlayLeft, underSwatches, kPlayArea.w, kPlayBottom - underSwatches},
-                              station_ink::black, "MEANING, NOT INK", kPlayCentreX, kPlayBottom - 16,
-                              TextSize::Small, station_ink::playAreaNote, true, false),
+    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, Rect{kPlayLeft, underSwatches, kPlayArea.w, kPlayBottom - underSwatches}, "MEANING, NOT INK"),
               0);
 }
 

@@ -193,10 +193,7 @@ TEST(OrbitStation, ItsInstructionSitsSixteenPixelsAboveTheFoot) {
     const Picture picture(d.level);
     // The orbit's lowest point is y 535.
     const int below = d.level.centerY + d.level.orbitRadius + 5;
-    EXPECT_EQ(pixelsUnlikeText(picture.canvas, Rect{0, below, kCanvasWidth, kCanvasHeight - below},
-                               station_ink::black, "CLICK THE ORB AS IT CROSSES THE TOP ZONE",
-                               kPlayCentreX, kPlayBottom - 16, TextSize::Small,
-                               station_ink::playAreaNote, true, false),
+    EXPECT_EQ(playAreaNoteUnlike(picture.canvas, Rect{0, below, kCanvasWidth, kCanvasHeight - below}, "CLICK THE ORB AS IT CROSSES THE TOP ZONE"),
               0);
 }
 

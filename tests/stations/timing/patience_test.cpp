@@ -177,10 +177,7 @@ TEST(PatienceStation, ItsInstructionSitsSixteenPixelsAboveTheFoot) {
     PatienceDesk d;
     const Picture picture(d.level);
     // GO ends at y 505; below it there is only the instruction.
-    EXPECT_EQ(pixelsUnlikeText(picture.canvas, Rect{0, 510, kCanvasWidth, kCanvasHeight - 510},
-                               station_ink::black, "DO NOT CLICK UNTIL THE BAR IS FULL", kPlayCentreX,
-                               kPlayBottom - 16, TextSize::Small, station_ink::playAreaNote, true,
-                               false),
+    EXPECT_EQ(playAreaNoteUnlike(picture.canvas, Rect{0, 510, kCanvasWidth, kCanvasHeight - 510}, "DO NOT CLICK UNTIL THE BAR IS FULL"),
               0);
 }
 

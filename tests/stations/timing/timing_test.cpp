@@ -240,10 +240,7 @@ TEST(TimingStation, ItsInstructionSitsBelowDash) {
     const Picture picture(d.level);
     // DASH's foot is y 605; from 607 down there is only the line.
     const int below = d.level.button.y + d.level.button.h + 1;
-    EXPECT_EQ(pixelsUnlikeText(picture.canvas, Rect{0, below, kCanvasWidth, kCanvasHeight - below},
-                               station_ink::black, "DASH WHEN THE GAP REACHES THE TOP", kPlayCentreX,
-                               kPlayBottom - 16, TextSize::Small, station_ink::playAreaNote, true,
-                               false),
+    EXPECT_EQ(playAreaNoteUnlike(picture.canvas, Rect{0, below, kCanvasWidth, kCanvasHeight - below}, "DASH WHEN THE GAP REACHES THE TOP"),
               0);
 }
 

@@ -415,10 +415,7 @@ TEST(TwoHandStation, ItsInstructionSitsEighteenPixelsAboveTheFoot) {
     TwoHandDesk d;
     const Picture picture(d.level);
     // Nothing else of the station comes below y 500.
-    EXPECT_EQ(pixelsUnlikeText(picture.canvas, Rect{0, 500, kCanvasWidth, kCanvasHeight - 500},
-                               station_ink::black, "HOLD, THEN CATCH THE TARGET", kPlayCentreX,
-                               kPlayBottom - 18, TextSize::Small, station_ink::playAreaNote, true,
-                               false),
+    EXPECT_EQ(playAreaNoteUnlike(picture.canvas, Rect{0, 500, kCanvasWidth, kCanvasHeight - 500}, "HOLD, THEN CATCH THE TARGET", 18),
               0);
 }
 
