@@ -92,7 +92,7 @@ Octaves3 octaves3(const NoiseGrid& grid, int w, int h, float across, float shift
 PixelBuffer::PixelBuffer(int w, int h)
     : width(std::max(w, 0)),
       height(std::max(h, 0)),
-      pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), rgb(0, 0, 0)) {}
+      pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), palette::black) {}
 
 float smoothstep(float f) { return (3.0f - 2.0f * f) * (f * f); }
 

@@ -36,8 +36,6 @@ void drawHeaderBand(Graphics& g) {
     g.roundRect(kHeaderBand, 8, palette::brass, false);
 }
 
-int scaled(double fade, int channel) { return static_cast<int>(channel * fade); }
-
 }  // namespace
 
 void drawSplash(Graphics& g, SDL_Texture* logo, int logoW, int logoH, bool revealed,
@@ -72,12 +70,10 @@ void drawShiftCard(Graphics& g, std::int32_t phase, double t) {
     const std::int32_t card = phase >= 0 && phase <= kOvertimeCard ? phase : 0;
     const double f = shiftCardFade(t);
     // The fade is towards black: the colour dims, the alpha stays full.
-    const Color heading = card == kOvertimeCard
-                              ? rgb(scaled(f, 255), scaled(f, 58), scaled(f, 42))
-                              : rgb(scaled(f, 255), scaled(f, 216), scaled(f, 107));
+    const Color heading = scaled(card == kOvertimeCard ? palette::alarmRed : palette::gold, f);
     g.text(kShiftCards[card].heading, kCentreX, 364, TextSize::Giant, heading, true, true);
-    g.text(kShiftCards[card].subtitle, kCentreX, 432, TextSize::Normal,
-           rgb(scaled(f, 199), scaled(f, 154), scaled(f, 53)), true, true);
+    g.text(kShiftCards[card].subtitle, kCentreX, 432, TextSize::Normal, scaled(palette::brass, f),
+           true, true);
 }
 
 void drawTitleTerminal(Graphics& g, const ProceduralArt& art, const MenuRowView* rows, int count,
@@ -95,7 +91,7 @@ void drawTitleTerminal(Graphics& g, const ProceduralArt& art, const MenuRowView*
     for (int i = 0; i < count; ++i) {
         const Rect row = titleMenuRow(i);
         if (i == highlighted) {
-            g.roundRect(row, 6, kMenuHighlight, true);
+            g.roundRect(row, 6, palette::deepGreen, true);
             g.roundRect(row, 6, palette::terminalGreen, false);
         } else {
             g.roundRect(row, 6, palette::dimGreen, false);
@@ -107,7 +103,7 @@ void drawTitleTerminal(Graphics& g, const ProceduralArt& art, const MenuRowView*
     char counts[96];
     Graphics::formatInto(counts, sizeof counts, "TIMES FIRED: %ld    CLOCK-IN CARDS: %d", timesFired,
                          clockInCards);
-    g.text(counts, kCentreX, 660, TextSize::Small, kTitleFooterInk, true, true);
+    g.text(counts, kCentreX, 660, TextSize::Small, palette::softGreen, true, true);
     // The build is set flush right against the header band's right edge.
     g.text(build, 1103 - g.textWidth(build, TextSize::Small), 664, TextSize::Small, palette::amber,
            false, false);
@@ -119,7 +115,7 @@ void drawStationHeader(Graphics& g, const char* title, const char* instruction) 
     g.roundRect(kBadge, 6, palette::brass, false);
     g.text("THE VORN CO.", 348, 132, TextSize::Small, palette::gold, true, true);
     g.text(title, 445, 118, TextSize::Large, palette::gold, false, true);
-    g.text(instruction, 445, 146, TextSize::Small, kInstructionColor, false, true);
+    g.text(instruction, 445, 146, TextSize::Small, palette::headerInstruction, false, true);
 }
 
 void drawStationFooter(Graphics& g, const char* modeName, bool vornMode, int stationNumber,
@@ -149,8 +145,8 @@ Color clockColor(double timeLeft, double screenTime, bool vornMode) {
 }
 
 void drawClock(Graphics& g, double timeLeft, double screenTime, bool vornMode) {
-    g.circle(kClockX, kClockY, 24, kClockRim, true);
-    g.circle(kClockX, kClockY, 20, kClockFace, true);
+    g.circle(kClockX, kClockY, 24, palette::darkBrass, true);
+    g.circle(kClockX, kClockY, 20, palette::ink, true);
     // Time up shows "00", never a negative count.
     const int s = static_cast<int>(std::ceil(timeLeft));
     char digits[16];
@@ -166,7 +162,7 @@ void drawFiredNotice(Graphics& g, const ProceduralArt& art, bool vornMode, long 
     g.text("FIRED", kCentreX, 278, TextSize::Giant, palette::alarmRed, true, true);
     // On VORN the company does not even say why.
     if (vornMode) {
-        g.text("[ NO REASON ON FILE ]", kCentreX, 378, TextSize::Normal, rgb(204, 46, 33), true, true);
+        g.text("[ NO REASON ON FILE ]", kCentreX, 378, TextSize::Normal, palette::faultRed, true, true);
     } else {
         g.text("YOUR EMPLOYMENT HAS BEEN TERMINATED.", kCentreX, 378, TextSize::Normal,
                rgb(229, 153, 41), true, true);
@@ -185,16 +181,15 @@ void drawVictoryNotice(Graphics& g, const ProceduralArt& art, bool vornMode, boo
     g.text("SHIFT COMPLETE", kCentreX, 218, TextSize::Huge, palette::terminalGreen, true, true);
     g.text("You survived The Vorn Co.", kCentreX, 298, TextSize::Large, palette::gold, true, true);
     if (cardAwarded) {
-        constexpr Color kCardInk = rgb(20, 20, 20);
         g.roundRect({533, 358, 300, 90}, 10, palette::brass, true);
         g.roundRect({533, 358, 300, 90}, 10, palette::gold, false);
-        g.text("CLOCK-IN CARD AWARDED", kCentreX, 388, TextSize::Normal, kCardInk, true, true);
-        g.text("Continue is now unlocked.", kCentreX, 418, TextSize::Small, kCardInk, true, true);
+        g.text("CLOCK-IN CARD AWARDED", kCentreX, 388, TextSize::Normal, palette::ink, true, true);
+        g.text("Continue is now unlocked.", kCentreX, 418, TextSize::Small, palette::ink, true, true);
     } else {
         g.text(vornMode ? "No card. The Vorn Co. never rewards Vorn." : "No clock-in card this time.",
                kCentreX, 388, TextSize::Normal, rgb(216, 144, 39), true, true);
     }
-    g.text("[ click or press any key ]", kCentreX, 650, TextSize::Small, rgb(49, 156, 96), true, true);
+    g.text("[ click or press any key ]", kCentreX, 650, TextSize::Small, palette::midGreen, true, true);
 }
 
 }  // namespace vorn

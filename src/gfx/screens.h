@@ -19,14 +19,9 @@ namespace vorn {
 class Graphics;
 class ProceduralArt;
 
-// The instruction line and footer colours of the station screen.
-constexpr Color kInstructionColor = rgb(255, 170, 46);
+// The station screen's footer band and the badge behind the company's name.
 constexpr Color kFooterBand = rgb(22, 50, 21);
-constexpr Color kTitleFooterInk = rgb(56, 179, 110);
-constexpr Color kMenuHighlight = rgb(17, 56, 34);
 constexpr Color kBadgeRed = rgb(74, 18, 18);
-constexpr Color kClockRim = rgb(99, 77, 26);
-constexpr Color kClockFace = rgb(20, 20, 20);
 
 constexpr Rect kHeaderBand{263, 94, 840, 76};
 constexpr Rect kBadge{273, 102, 150, 60};

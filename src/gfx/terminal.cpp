@@ -12,7 +12,7 @@ namespace {
 constexpr Color kKeyboardShadow = rgb(0, 0, 0, 90);
 constexpr Color kCasingShadow = rgb(0, 0, 0, 110);
 constexpr Color kScreenRim = rgb(0, 0, 0, 170);
-constexpr Color kNeckLight = rgb(232, 226, 208);
+constexpr Color kNeckLight = palette::casingLight;
 constexpr Color kNeckDark = rgb(214, 207, 188);
 constexpr Color kKnobFace = rgb(214, 207, 188);
 constexpr Color kLampHousing = rgb(40, 30, 20);
@@ -100,7 +100,7 @@ void drawCasing(Graphics& g, const ProceduralArt& art) {
         g.roundRect(kCasing, 46, palette::casingBeige, true);
     }
     g.roundRect(kCasing, 46, kCasingOutline, false);
-    g.rect({211, 28, 944, 4}, kCasingHighlight, true);
+    g.rect({211, 28, 944, 4}, palette::casingLight, true);
 }
 
 // Ten nested faces step in and darken towards the glass, which gives the
@@ -151,7 +151,7 @@ void drawControls(Graphics& g) {
     }
     g.circle(397, kChinY, 5, kLampHousing, true);
     g.circle(397, kChinY, 3, palette::alarmRed, true);
-    g.roundRect({1049, 708, 40, 24}, 4, kCasingHighlight, true);
+    g.roundRect({1049, 708, 40, 24}, 4, palette::casingLight, true);
     g.roundRect({1049, 708, 40, 24}, 4, kPlateInk, false);
     g.text("VORN CO. Mk.IV", 683, kChinY, TextSize::Small, kPlateInk, true, true);
 }
@@ -188,7 +188,7 @@ void drawRoom(Graphics& g, const ProceduralArt& art, const Rect* hidden) {
     if (art.topRail != nullptr) {
         stretchInto(g, art, art.topRail, kTopRail);
         for (int x = kFirstBoltX; x < kCanvasWidth; x += kBoltStep) {
-            g.circle(x, kBoltY, kBoltRadius, kBoltColor, true);
+            g.circle(x, kBoltY, kBoltRadius, palette::boltBrass, true);
         }
     }
     if (art.bottomStrip != nullptr) {

@@ -18,13 +18,11 @@ class ProceduralArt;
 
 // The room's flat wall colour when the wall texture is missing.
 constexpr Color kFlatWall = rgb(42, 37, 25);
-// The brass bolts along the top rail.
-constexpr Color kBoltColor = rgb(159, 123, 42);
 // The glass recess around the screen.
 constexpr Color kGlassRecess = rgb(18, 18, 20);
-// The casing's plastic, its outline and its lightest face.
+// The casing's outline, and the ink of its maker's plate and knob centres
+// (the plastic itself and its lightest face are in the palette).
 constexpr Color kCasingOutline = rgb(170, 162, 142);
-constexpr Color kCasingHighlight = rgb(232, 226, 208);
 constexpr Color kPlateInk = rgb(120, 114, 98);
 
 constexpr Rect kTopRail{0, 0, 1366, 40};

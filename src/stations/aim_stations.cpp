@@ -179,7 +179,7 @@ LevelResult DoubleClickLevel::update(double dt, const InputState& in, AudioSyste
 void DoubleClickLevel::render(Graphics& g) {
     for (int i = 0; i < cellCount; ++i) {
         const bool lit = i == litCell;
-        g.roundRect(cells[i], 8, lit ? rgb(216, 183, 90) : rgb(99, 77, 26), true);
+        g.roundRect(cells[i], 8, lit ? palette::litBrass : palette::darkBrass, true);
     }
     if (litCell >= 0 && litCell < cellCount) {
         const Rect& c = cells[litCell];
@@ -342,7 +342,7 @@ LevelResult GreasedLevel::update(double dt, const InputState& in, AudioSystem& a
 }
 
 void GreasedLevel::render(Graphics& g) {
-    g.roundRect(track, 6, rgb(30, 30, 30), true);
+    g.roundRect(track, 6, palette::charcoal, true);
     g.rect({track.x - 4 + static_cast<int>(track.w * mark), track.y - 10, 8, track.h + 20},
            palette::terminalGreen, true);
     const int knobX = track.x + static_cast<int>(track.w * value);

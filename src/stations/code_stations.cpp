@@ -73,8 +73,8 @@ void KeypadLevel::render(Graphics& g) {
     for (int i = 0; i < 9; ++i) {
         const Rect& k = keys[i];
         const bool lit = isLit(i);
-        g.roundRect(k, 6, lit ? rgb(169, 130, 45) : rgb(89, 69, 23), true);
-        g.rect({k.x + 4, k.y + 4, k.w - 8, k.h - 8}, lit ? rgb(216, 199, 156) : rgb(151, 139, 109),
+        g.roundRect(k, 6, lit ? rgb(169, 130, 45) : palette::unlitKey, true);
+        g.rect({k.x + 4, k.y + 4, k.w - 8, k.h - 8}, lit ? palette::casingBeige : rgb(151, 139, 109),
                true);
     }
 }
@@ -128,13 +128,13 @@ void LiarKeypadLevel::render(Graphics& g) {
     char label[16];
     for (int k = 0; k < 10; ++k) {
         const Rect& r = keys[k];
-        g.roundRect(r, 6, rgb(119, 92, 31), true);
+        g.roundRect(r, 6, palette::oldBrass, true);
         Graphics::formatInto(label, sizeof label, "%d", shownDigit(k));
         g.text(label, r.x + r.w / 2, r.y + r.h / 2, TextSize::Large, palette::ink, true, true);
     }
     for (int i = 0; i < 3; ++i) {
         g.circle(cx - 20 + 20 * i, playArea.y + 74, 6,
-                 progress > i ? palette::terminalGreen : rgb(28, 28, 28), true);
+                 progress > i ? palette::terminalGreen : palette::soot, true);
     }
     instructionLine(g, playArea, "THE KEYS LIE \xE2\x80\x94 EACH TYPES ONE MORE THAN IT SHOWS");
 }

@@ -12,8 +12,6 @@ namespace vorn {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr Color kDarkBrass = rgb(99, 77, 26);    // dial rims and the scale's pans
-constexpr Color kCastBrass = rgb(139, 107, 37);  // the scale's pivot and buttons
 
 // Dials are read like a clock face: a fraction of a turn, clockwise from
 // twelve o'clock (screen y grows downwards).
@@ -30,7 +28,7 @@ int dialY(int cy, int r, double fraction) {
 
 // A brass rim around a dark well: the face both dials are drawn on.
 void dialFace(Graphics& g, int cx, int cy, int outer, int inner) {
-    g.circle(cx, cy, outer, kDarkBrass, true);
+    g.circle(cx, cy, outer, palette::darkBrass, true);
     g.circle(cx, cy, inner, palette::ink, true);
 }
 
@@ -192,7 +190,7 @@ LevelResult CalibrateLevel::update(double /*dt*/, const InputState& in, AudioSys
 void CalibrateLevel::render(Graphics& g) {
     for (int i = 0; i < 3; ++i) {
         const Rect& t = tracks[i];
-        g.roundRect(t, 6, rgb(30, 30, 30), true);
+        g.roundRect(t, 6, palette::charcoal, true);
         const int markY = t.y + static_cast<int>((1.0 - target[i]) * t.h);
         g.line(t.x - 8, markY, t.x + t.w + 8, markY, palette::dimGreen, 2);
         const int knobY = t.y + static_cast<int>((1.0 - value[i]) * t.h);
@@ -242,20 +240,20 @@ void ScaleLevel::render(Graphics& g) {
     const int dx = static_cast<int>(std::cos(tilt) * 120);
     const int dy = static_cast<int>(std::sin(tilt) * 120);
     g.line(cx - dx, top + 90 - dy, cx + dx, top + 90 + dy, palette::brass, 8);
-    g.circle(cx, top + 90, 10, kCastBrass, true);
-    g.circle(cx - dx, top + 120 - dy, 22, kDarkBrass, true);
-    g.circle(cx + dx, top + 120 + dy, 22, kDarkBrass, true);
+    g.circle(cx, top + 90, 10, palette::castBrass, true);
+    g.circle(cx - dx, top + 120 - dy, 22, palette::darkBrass, true);
+    g.circle(cx + dx, top + 120 + dy, 22, palette::darkBrass, true);
     // The readout is always off by the hidden offset: balancing the number
     // instead of the beam is the trap.
     char readout[16];
     Graphics::formatInto(readout, sizeof readout, "%d g", weight + readoutOffset);
     g.text(readout, cx, top + 240, TextSize::Large, palette::alarmRed, true, true);
-    g.text("(readout)", cx, top + 272, TextSize::Small, rgb(178, 40, 29), true, false);
+    g.text("(readout)", cx, top + 272, TextSize::Small, palette::liveRed, true, false);
     const Rect* buttons[2] = {&addButton, &removeButton};
     const char* labels[2] = {"ADD", "REMOVE"};
     for (int i = 0; i < 2; ++i) {
         const Rect& b = *buttons[i];
-        g.roundRect(b, 8, kCastBrass, true);
+        g.roundRect(b, 8, palette::castBrass, true);
         g.text(labels[i], b.x + b.w / 2, b.y + 20, TextSize::Normal, palette::ink, true, true);
     }
     instructionLine(g, playArea, "BALANCE THE BEAM - NOT THE NUMBER");

@@ -107,9 +107,9 @@ LevelResult LightsOutLevel::update(double /*dt*/, const InputState& in, AudioSys
 void LightsOutLevel::render(Graphics& g) {
     for (int i = 0; i < n * n; ++i) {
         const Rect& c = cells[i];
-        g.roundRect(c, 8, lit[i] ? rgb(59, 190, 117) : rgb(30, 30, 30), true);
+        g.roundRect(c, 8, lit[i] ? rgb(59, 190, 117) : palette::charcoal, true);
         g.rect(Rect{c.x + 8, c.y + 8, c.w - 16, c.h - 16},
-               lit[i] ? rgb(70, 224, 138) : rgb(24, 30, 22), true);
+               lit[i] ? palette::terminalGreen : rgb(24, 30, 22), true);
     }
     instructionLine(g, playArea, "TURN EVERY CELL ON \xE2\x80\x94 CLICKS AFFECT NEIGHBOURS");
 }
@@ -177,12 +177,12 @@ void MazeLevel::render(Graphics& g) {
         for (int column = 0; column < columns; ++column) {
             const Rect c = cellRect(row, column);
             const bool isWall = wall[row][column];
-            tileFace(g, c, isWall ? rgb(229, 194, 96) : rgb(28, 28, 28));
+            tileFace(g, c, isWall ? palette::paleGold : palette::soot);
             g.rect(Rect{c.x + 5, c.y + 5, cell - 10, cell - 10},
                    isWall ? palette::orange : rgb(24, 30, 22), false);
         }
     }
-    tileFace(g, cellRect(exitRow, columns - 1), rgb(35, 112, 69));
+    tileFace(g, cellRect(exitRow, columns - 1), palette::darkGreen);
     const Rect p = cellRect(playerRow, playerColumn);
     g.circle(p.x + 2 + (cell - 4) / 2, p.y + 2 + (cell - 4) / 2, (cell - 4) / 3,
              palette::alarmRed, true);
@@ -249,7 +249,7 @@ void PipesLevel::render(Graphics& g) {
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < columns; ++column) {
             const Rect c = cellRect(row, column);
-            tileFace(g, c, locked[row][column] ? rgb(102, 23, 16) : rgb(89, 69, 23));
+            tileFace(g, c, locked[row][column] ? rgb(102, 23, 16) : palette::unlitKey);
             if (rotation[row][column] % 2 == 0) {
                 g.rect(Rect{c.x + 6, c.y + h, cell - 12, 8}, segment, true);
             } else {
@@ -267,9 +267,9 @@ void PipesLevel::render(Graphics& g) {
 // ----------------------------------------------------------------- Wires
 
 const WiresLevel::Shade WiresLevel::kPalette[8] = {
-    {rgb(255, 58, 42), "RED"},   {rgb(70, 224, 138), "GRN"},  {rgb(255, 170, 46), "AMB"},
-    {rgb(120, 160, 255), "BLU"}, {rgb(220, 120, 220), "PUR"}, {rgb(120, 220, 200), "CYN"},
-    {rgb(240, 240, 240), "WHT"}, {rgb(180, 120, 60), "BRN"},
+    {palette::alarmRed, "RED"},    {palette::terminalGreen, "GRN"}, {palette::orange, "AMB"},
+    {palette::signalBlue, "BLU"},  {rgb(220, 120, 220), "PUR"},     {rgb(120, 220, 200), "CYN"},
+    {rgb(240, 240, 240), "WHT"},   {rgb(180, 120, 60), "BRN"},
 };
 
 void WiresLevel::setup(const LevelDef& def, Rng& rng, const Rect& area) {

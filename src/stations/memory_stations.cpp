@@ -98,7 +98,7 @@ void SimonLevel::render(Graphics& g) {
     static constexpr Color resting[4] = {rgb(120, 40, 40), rgb(40, 90, 50), rgb(90, 80, 30),
                                          rgb(40, 60, 100)};
     static constexpr Color lit[4] = {palette::alarmRed, palette::terminalGreen, palette::gold,
-                                     rgb(120, 160, 255)};
+                                     palette::signalBlue};
     for (int p = 0; p < 4; ++p) {
         g.roundRect(pads[p], 10, p == litPad ? lit[p] : resting[p], true);
     }
@@ -156,12 +156,12 @@ void AntiSimonLevel::render(Graphics& g) {
     for (int p = 0; p < 4; ++p) {
         const Rect& pad = pads[p];
         const char* label = nullptr;
-        Color fill = rgb(109, 84, 29);
+        Color fill = palette::bronze;
         if (p == flashingPad) {
             fill = palette::alarmRed;
             label = "AVOID";
         } else if (done[p]) {
-            fill = rgb(35, 112, 69);
+            fill = palette::darkGreen;
             label = "OK";
         }
         g.roundRect(pad, 10, fill, true);
@@ -215,7 +215,7 @@ void SequenceLevel::render(Graphics& g) {
     // No labels at all: the order is only in the catalogue's instruction.
     for (int i = 0; i < switchCount; ++i) {
         const Rect& s = switches[i];
-        g.roundRect(s, 6, rgb(99, 77, 26), true);
+        g.roundRect(s, 6, palette::darkBrass, true);
         const int leverY = pressed[i] ? s.y + s.h - 50 : s.y + 10;
         g.roundRect(Rect{s.x + 12, leverY, s.w - 24, 40}, 4,
                     pressed[i] ? palette::terminalGreen : palette::orange, true);
@@ -393,14 +393,14 @@ void MemoryLevel::render(Graphics& g) {
         const Rect& r = cards[pos];
         const int c = dealOrder[pos];
         if (matched[c]) {
-            g.roundRect(r, 8, rgb(17, 56, 34), true);
+            g.roundRect(r, 8, palette::deepGreen, true);
         } else if (revealed[c]) {
-            g.roundRect(r, 8, rgb(216, 183, 90), true);
+            g.roundRect(r, 8, palette::litBrass, true);
             char label[16];
             Graphics::formatInto(label, sizeof label, "%d", pairValue[c] + 1);
             g.text(label, r.x + r.w / 2, r.y + r.h / 2, TextSize::Large, palette::ink, true, true);
         } else {
-            g.roundRect(r, 8, rgb(99, 77, 26), true);
+            g.roundRect(r, 8, palette::darkBrass, true);
             g.rect(Rect{r.x + 8, r.y + 8, r.w - 16, r.h - 16}, palette::ink, true);
         }
     }
@@ -471,7 +471,7 @@ LevelResult MorseLevel::update(double dt, const InputState& in, AudioSystem& aud
 }
 
 void MorseLevel::render(Graphics& g) {
-    g.circle(lamp.x + 30, lamp.y + 30, 28, lampOn ? palette::gold : rgb(30, 30, 30), true);
+    g.circle(lamp.x + 30, lamp.y + 30, 28, lampOn ? palette::gold : palette::charcoal, true);
     const int cx = playArea.x + playArea.w / 2;
     if (showing) {
         g.text("WATCH", cx, lamp.y + 90, TextSize::Small, palette::terminalGreen, true, false);
@@ -480,7 +480,7 @@ void MorseLevel::render(Graphics& g) {
         Graphics::formatInto(status, sizeof status, "SYMBOL %d / %d", inputIndex + 1, symbolCount);
         g.text(status, cx, lamp.y + 90, TextSize::Small, palette::terminalGreen, true, false);
     }
-    g.roundRect(key, 10, pressing ? rgb(35, 112, 69) : rgb(119, 92, 31), true);
+    g.roundRect(key, 10, pressing ? palette::darkGreen : palette::oldBrass, true);
     g.text("KEY (tap=short, hold=long)", key.x + key.w / 2, key.y + key.h / 2, TextSize::Small,
            palette::ink, true, true);
     instructionLine(g, playArea, "MIRROR THE LAMP'S BLINKS");

@@ -13,10 +13,9 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 
-// Colours of the panel hardware; the screen-wide ones come from the palette.
-constexpr Color kHousing = rgb(99, 77, 26);     // switch plates, gauge rim
-constexpr Color kFuseBody = rgb(119, 92, 31);   // fuse holders, the idle switch
-constexpr Color kDarkGreen = rgb(35, 112, 69);  // a thrown switch
+// The panel hardware's two workhorse metals, named for the parts they paint.
+constexpr Color kHousing = palette::darkBrass;  // switch plates, gauge rim
+constexpr Color kFuseBody = palette::oldBrass;  // fuse holders, the idle switch
 
 // A status or instruction line: Small, centred across the play area, its top
 // `fromBottom` pixels above the play area's bottom edge.
@@ -144,7 +143,7 @@ LevelResult FuseboxLevel::update(double /*dt*/, const InputState& in, AudioSyste
 }
 
 void FuseboxLevel::render(Graphics& g) {
-    g.roundRect(master, 8, live ? rgb(178, 40, 29) : palette::dimGreen, true);
+    g.roundRect(master, 8, live ? palette::liveRed : palette::dimGreen, true);
     g.text(live ? "MASTER: LIVE" : "MASTER: OFF", master.x + master.w / 2, master.y + master.h / 2,
            TextSize::Small, palette::ink, true, true);
 
@@ -160,9 +159,9 @@ void FuseboxLevel::render(Graphics& g) {
     }
 
     if (live) {
-        panelLine(g, playArea, 18, "(LIVE - do not touch fuses)", rgb(204, 46, 33));
+        panelLine(g, playArea, 18, "(LIVE - do not touch fuses)", palette::faultRed);
     } else {
-        panelLine(g, playArea, 18, "(safe to swap)", rgb(56, 179, 110));
+        panelLine(g, playArea, 18, "(safe to swap)", palette::softGreen);
     }
 }
 
@@ -204,7 +203,7 @@ void ValveLevel::render(Graphics& g) {
     g.text("TARGET", gx + 36, gy - 58, TextSize::Small, palette::terminalGreen, false, false);
     g.text("FILL", gx, gy + 64, TextSize::Small, palette::orange, true, false);
 
-    g.circle(cx, cy, radius, rgb(109, 84, 29), true);
+    g.circle(cx, cy, radius, palette::bronze, true);
     g.circle(cx, cy, radius - 16, palette::greenScreen, true);
     spokes(g, cx, cy, radius, angle, palette::brass, 12);
     g.circle(cx, cy, 22, palette::brass, true);
@@ -262,7 +261,7 @@ LevelResult GauntletLevel::update(double /*dt*/, const InputState& in, AudioSyst
 
 void GauntletLevel::render(Graphics& g) {
     const Rect& s = switchRect;
-    g.roundRect(s, 6, stage >= 1 ? kDarkGreen : kFuseBody, true);
+    g.roundRect(s, 6, stage >= 1 ? palette::darkGreen : kFuseBody, true);
     g.text("1", s.x + s.w / 2, s.y + s.h / 2, TextSize::Large, palette::ink, true, true);
 
     const Color stageColor = stage == 2   ? palette::terminalGreen
@@ -275,8 +274,8 @@ void GauntletLevel::render(Graphics& g) {
 
     const Rect& d = dashRect;
     const bool ready = stage == 2;
-    g.roundRect(d, 8, ready ? rgb(229, 194, 96) : rgb(30, 30, 30), true);
-    g.text("3 DASH", d.x + d.w / 2, d.y + d.h / 2, TextSize::Normal, ready ? palette::ink : rgb(121, 116, 103),
+    g.roundRect(d, 8, ready ? palette::paleGold : palette::charcoal, true);
+    g.text("3 DASH", d.x + d.w / 2, d.y + d.h / 2, TextSize::Normal, ready ? palette::ink : palette::greyedOut,
            true, true);
 
     const char* line = stage == 0   ? "SWITCH, then VALVE (left), then DASH - in order"

@@ -26,7 +26,7 @@ Color stroopColor(std::int32_t index) {
         case 0: return palette::alarmRed;
         case 1: return palette::terminalGreen;
         case 2: return palette::gold;
-        default: return rgb(120, 160, 255);
+        default: return palette::signalBlue;
     }
 }
 
@@ -93,13 +93,13 @@ void EulaLevel::render(Graphics& g) {
         if (i == exitLine) {
             g.text("> by clicking HERE you may leave <", playArea.x + 30, y, TextSize::Small,
                    palette::terminalGreen, false, false);
-            g.line(playArea.x + 30, y + 18, playArea.x + 360, y + 18, rgb(49, 156, 96), 1);
+            g.line(playArea.x + 30, y + 18, playArea.x + 360, y + 18, palette::midGreen, 1);
         } else {
             g.text("the party of the first part shall hereby...", playArea.x + 30, y, TextSize::Small,
-                   rgb(121, 116, 103), false, false);
+                   palette::greyedOut, false, false);
         }
     }
-    g.roundRect(agreeButton, 8, rgb(229, 194, 96), true);
+    g.roundRect(agreeButton, 8, palette::paleGold, true);
     g.text("I AGREE", agreeButton.x + agreeButton.w / 2, agreeButton.y + agreeButton.h / 2,
            TextSize::Normal, palette::ink, true, true);
 }
@@ -138,9 +138,9 @@ LevelResult SettingsLevel::update(double /*dt*/, const InputState& in, AudioSyst
 
 void SettingsLevel::render(Graphics& g) {
     g.text("DO NOT ENABLE EXIT", toggle.x, toggle.y - 30, TextSize::Normal, palette::orange, false, false);
-    g.roundRect(toggle, 18, enabled ? palette::terminalGreen : rgb(99, 77, 26), true);
+    g.roundRect(toggle, 18, enabled ? palette::terminalGreen : palette::darkBrass, true);
     const int knobX = enabled ? toggle.x + toggle.w - 18 : toggle.x + 18;
-    g.circle(knobX, toggle.y + 18, 14, rgb(216, 199, 156), true);
+    g.circle(knobX, toggle.y + 18, 14, palette::casingBeige, true);
     g.roundRect(proceedButton, 8, palette::brass, true);
     g.text("PROCEED", proceedButton.x + proceedButton.w / 2, proceedButton.y + proceedButton.h / 2,
            TextSize::Normal, palette::ink, true, true);
@@ -172,7 +172,7 @@ void QuizLevel::render(Graphics& g) {
     int label = 0;
     for (int i = 0; i < count; ++i) {
         const Rect& b = boxes[i];
-        g.roundRect(b, 6, rgb(109, 84, 29), true);
+        g.roundRect(b, 6, palette::bronze, true);
         if (i != answer && label < 3) {
             g.text(kLabels[label], b.x + 16, b.y + 12, TextSize::Normal, palette::ink, false, false);
             ++label;
@@ -301,13 +301,13 @@ LevelResult ReverseLevel::update(double /*dt*/, const InputState& in, AudioSyste
 }
 
 void ReverseLevel::render(Graphics& g) {
-    g.roundRect(track, 6, rgb(30, 30, 30), true);
+    g.roundRect(track, 6, palette::charcoal, true);
     g.rect({track.x - 4 + static_cast<int>(track.w * target), track.y - 8, 8, track.h + 16},
            palette::terminalGreen, true);
     g.circle(track.x + static_cast<int>(track.w * position), track.y + track.h / 2, 14,
              palette::alarmRed, true);
-    g.roundRect(leftButton, 8, rgb(139, 107, 37), true);
-    g.roundRect(rightButton, 8, rgb(139, 107, 37), true);
+    g.roundRect(leftButton, 8, palette::castBrass, true);
+    g.roundRect(rightButton, 8, palette::castBrass, true);
     g.text("<< LEFT", leftButton.x + leftButton.w / 2, leftButton.y + 22, TextSize::Normal, palette::ink,
            true, true);
     g.text("RIGHT >>", rightButton.x + rightButton.w / 2, rightButton.y + 22, TextSize::Normal, palette::ink,
@@ -337,8 +337,8 @@ void GenericLevel::render(Graphics& g) {
     for (int i = 0; i < count; ++i) {
         const Rect& b = boxes[i];
         const bool odd = i == answer;
-        g.roundRect(b, 8, odd ? rgb(189, 146, 50) : rgb(159, 123, 42), true);
-        g.rect({b.x + 6, b.y + 6, b.w - 12, b.h - 12}, odd ? rgb(16, 36, 15) : rgb(20, 20, 20), true);
+        g.roundRect(b, 8, odd ? rgb(189, 146, 50) : palette::boltBrass, true);
+        g.rect({b.x + 6, b.y + 6, b.w - 12, b.h - 12}, odd ? palette::greenScreen : palette::ink, true);
     }
 }
 

@@ -49,7 +49,7 @@ LevelResult acceptMove(AudioSystem& audio, bool finished) {
 
 void instructionLine(Graphics& g, const Rect& area, const char* text, int fromBottom) {
     g.text(text, area.x + area.w / 2, area.y + area.h - fromBottom, TextSize::Small,
-           palette::instruction, true, false);
+           palette::playAreaNote, true, false);
 }
 
 void twoToneDisc(Graphics& g, int cx, int cy, int r, Color c) {

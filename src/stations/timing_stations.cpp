@@ -107,7 +107,7 @@ LevelResult HoldLevel::update(double dt, const InputState& in, AudioSystem& audi
 }
 
 void HoldLevel::render(Graphics& g) {
-    g.roundRect(bar, 8, rgb(99, 77, 26), true);
+    g.roundRect(bar, 8, palette::darkBrass, true);
     const int fill = static_cast<int>((bar.h - 16) * heldTime / requiredTime);
     g.rect(Rect{bar.x + 8, bar.y + bar.h - fill - 8, bar.w - 16, fill}, palette::terminalGreen, true);
     g.text(holding ? "HOLD!" : "PRESS & HOLD", bar.x + bar.w / 2, bar.y - 6, TextSize::Normal,
@@ -167,7 +167,7 @@ LevelResult TwoHandLevel::update(double dt, const InputState& in, AudioSystem& a
 }
 
 void TwoHandLevel::render(Graphics& g) {
-    g.roundRect(grip, 10, charge > 0.0 ? rgb(35, 112, 69) : rgb(109, 84, 29), true);
+    g.roundRect(grip, 10, charge > 0.0 ? palette::darkGreen : palette::bronze, true);
     g.text("HOLD", grip.x + grip.w / 2, grip.y + grip.h / 2 - 10, TextSize::Normal, palette::ink,
            true, true);
     g.rect(Rect{grip.x + 10, grip.y + grip.h - 18, static_cast<int>((grip.w - 20) * charge), 8},
@@ -217,11 +217,11 @@ void PatienceLevel::render(Graphics& g) {
     } else {
         g.text("WAIT...", p.x + p.w / 2, p.y + 60, TextSize::Large, palette::alarmRed, true, true);
     }
-    g.rect(Rect{p.x + 80, p.y + 120, p.w - 160, 22}, rgb(30, 30, 30), true);
+    g.rect(Rect{p.x + 80, p.y + 120, p.w - 160, 22}, palette::charcoal, true);
     const int fill = static_cast<int>((p.w - 160) * std::min(1.0, elapsed / wait));
     g.rect(Rect{p.x + 80, p.y + 120, fill, 22}, ready ? palette::terminalGreen : palette::orange,
            true);
-    g.roundRect(button, 10, ready ? rgb(35, 112, 69) : rgb(79, 61, 21), true);
+    g.roundRect(button, 10, ready ? palette::darkGreen : rgb(79, 61, 21), true);
     g.text("GO", button.x + button.w / 2, button.y + button.h / 2, TextSize::Large, palette::ink,
            true, true);
     instructionLine(g, p, "DO NOT CLICK UNTIL THE BAR IS FULL");
@@ -264,7 +264,7 @@ void TimingLevel::render(Graphics& g) {
                  centerY + static_cast<int>(std::sin(a) * ringRadius), 7, palette::alarmRed, true);
     }
     g.circle(centerX, centerY - 110, 6, palette::terminalGreen, true);
-    g.roundRect(button, 8, rgb(229, 194, 96), true);
+    g.roundRect(button, 8, palette::paleGold, true);
     g.text("DASH", button.x + button.w / 2, button.y + 22, TextSize::Normal, palette::ink, true, true);
     instructionLine(g, playArea, "DASH WHEN THE GAP REACHES THE TOP");
 }
