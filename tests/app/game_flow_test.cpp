@@ -3,6 +3,7 @@
 // every sound and music request the flow makes on the way.
 
 #include "support/headless_app.h"
+#include "support/play_area.h"
 
 #include <gtest/gtest.h>
 
@@ -155,10 +156,10 @@ TEST_F(TitleMenu, WithoutCardsFiveItemsStartWithEasy) {
     driver.key(SDLK_DOWN);
     driver.frame(kFrame);
     ASSERT_EQ(app.menuIndex, 2);
-    driver.moveTo(683, 351);   // the first row, y 350..387
+    driver.moveTo(kCanvasCentreX, 351);   // the first row, y 350..387
     driver.frame(kFrame);
     EXPECT_EQ(app.menuIndex, 0);
-    driver.click(683, 351);
+    driver.click(kCanvasCentreX, 351);
     EXPECT_EQ(app.screen, GameScreen::shiftCard);
     EXPECT_EQ(app.difficulty, Difficulty::easy);
     EXPECT_EQ(newSounds(), Sounds{"click"});
@@ -173,7 +174,7 @@ TEST_F(TitleMenu, ACardAddsContinueInTheFirstRow) {
     EXPECT_STREQ(items[1].label, "NEW: EASY");
     EXPECT_STREQ(items[5].label, "QUIT");
     app.difficulty = Difficulty::hard;
-    driver.click(683, 355);
+    driver.click(kCanvasCentreX, 355);
     EXPECT_EQ(app.screen, GameScreen::shiftCard);
     EXPECT_EQ(app.difficulty, Difficulty::hard);   // continue keeps the difficulty
     EXPECT_EQ(app.save.clockInCards, 1);           // and spends no card
@@ -197,7 +198,7 @@ TEST_F(TitleMenu, HeldKeyRepeatsScrollTheMenu) {
 }
 
 TEST_F(TitleMenu, ARestingPointerHoldsItsRowAgainstTheKeys) {
-    driver.moveTo(683, 350 + 46 * 2 + 5);
+    driver.moveTo(kCanvasCentreX, 350 + 46 * 2 + 5);
     driver.frame(kFrame);
     EXPECT_EQ(app.menuIndex, 2);
     driver.key(SDLK_DOWN);
@@ -218,7 +219,7 @@ TEST_F(TitleMenu, MovingAboutTheMenuMakesNoSound) {
     driver.frame(kFrame);
     driver.key(SDLK_w);
     driver.frame(kFrame);
-    driver.moveTo(683, rowY(3));
+    driver.moveTo(kCanvasCentreX, rowY(3));
     driver.frame(kFrame);
     driver.key(SDLK_x);
     driver.frame(kFrame);
@@ -229,8 +230,8 @@ TEST_F(TitleMenu, MovingAboutTheMenuMakesNoSound) {
 // A press beside the rows, or in the gap between two, chooses nothing and
 // makes no sound at all.
 TEST_F(TitleMenu, APressBesideTheRowsChoosesNothingSilently) {
-    for (const auto& [x, y] : {std::pair{532, rowY(1)}, std::pair{833, rowY(1)}, std::pair{683, 349},
-                               std::pair{683, 388 + 46 * 4}, std::pair{683, 390}}) {
+    for (const auto& [x, y] : {std::pair{532, rowY(1)}, std::pair{833, rowY(1)}, std::pair{kCanvasCentreX, 349},
+                               std::pair{kCanvasCentreX, 388 + 46 * 4}, std::pair{kCanvasCentreX, 390}}) {
         driver.click(x, y);
         EXPECT_EQ(app.screen, GameScreen::title) << x << "," << y;
         EXPECT_EQ(app.menuIndex, 0) << x << "," << y;
@@ -257,7 +258,7 @@ TEST_F(TitleMenu, ConfirmChoosesTheHighlightedDifficultyWithoutWritingTheSave) {
 // looked at: a pointer that arrives on another row in the same frame does
 // not change what Enter chose.
 TEST_F(TitleMenu, ConfirmTakesTheKeyboardRowNotTheRowThePointerArrivesOn) {
-    driver.moveTo(683, rowY(3));   // NEW: VORN
+    driver.moveTo(kCanvasCentreX, rowY(3));   // NEW: VORN
     driver.key(SDLK_RETURN);
     driver.frame(kFrame);
     EXPECT_EQ(app.screen, GameScreen::shiftCard);
@@ -268,7 +269,7 @@ TEST_F(TitleMenu, ConfirmTakesTheKeyboardRowNotTheRowThePointerArrivesOn) {
 // The pointer rests on MEDIUM and keeps it highlighted; Down and Enter in one
 // frame move the highlight to HARD first, and HARD is what Enter takes.
 TEST_F(TitleMenu, ConfirmWithThePointerRestingOnAnotherRowTakesTheKeyboardRow) {
-    driver.moveTo(683, rowY(1));
+    driver.moveTo(kCanvasCentreX, rowY(1));
     driver.frame(kFrame);
     ASSERT_EQ(app.menuIndex, 1);
     driver.key(SDLK_DOWN);
@@ -298,7 +299,7 @@ protected:
     }
     // One frame with the pointer pressed, of exactly dt (no frame clamp).
     void pressFor(double dt) {
-        driver.press(683, 384);
+        driver.press(kCanvasCentreX, kCanvasCentreY);
         app.processEvents();
         app.update(dt);
     }
@@ -306,7 +307,7 @@ protected:
 
 TEST_F(Notices, APressOnceSixTenthsOfASecondHavePassedDismisses) {
     driver.frames(19, kFrame);   // 0.59 s
-    driver.press(683, 384);
+    driver.press(kCanvasCentreX, kCanvasCentreY);
     const std::size_t before = sounds.size();
     driver.frame(kFrame);        // the press is seen at 0.625 s
     EXPECT_EQ(app.screen, GameScreen::title);
@@ -315,7 +316,7 @@ TEST_F(Notices, APressOnceSixTenthsOfASecondHavePassedDismisses) {
 
 TEST_F(Notices, AnEarlyPressDoesNotDismiss) {
     driver.frames(10, kFrame);
-    driver.press(683, 384);
+    driver.press(kCanvasCentreX, kCanvasCentreY);
     driver.frame(kFrame);
     EXPECT_EQ(app.screen, GameScreen::fired);
 }

@@ -2,6 +2,7 @@
 // started application.
 
 #include "support/headless_app.h"
+#include "support/play_area.h"
 
 #include <gtest/gtest.h>
 
@@ -186,12 +187,12 @@ TEST_F(MainLoop, ScaledWindowEventsArriveInCanvasPixels) {
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
     event.motion.windowID = SDL_GetWindowID(app.window);
-    event.motion.x = static_cast<int>((683 + viewport.x) * scaleX);
-    event.motion.y = static_cast<int>((384 + viewport.y) * scaleY);
+    event.motion.x = static_cast<int>((kCanvasCentreX + viewport.x) * scaleX);
+    event.motion.y = static_cast<int>((kCanvasCentreY + viewport.y) * scaleY);
     SDL_PushEvent(&event);
     app.processEvents();
-    EXPECT_NEAR(app.input.mouseX, 683, 2) << outW << "x" << outH;
-    EXPECT_NEAR(app.input.mouseY, 384, 2);
+    EXPECT_NEAR(app.input.mouseX, kCanvasCentreX, 2) << outW << "x" << outH;
+    EXPECT_NEAR(app.input.mouseY, kCanvasCentreY, 2);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "gfx/screens.h"
 #include "gfx/terminal.h"
 #include "support/canvas_app.h"
+#include "support/play_area.h"
 #include "support/screen_palette.h"
 
 #include <gtest/gtest.h>
@@ -26,8 +27,10 @@ constexpr Rect kCardBand{262, 358, 842, 92};         // the card's rows when the
 // Points of the monitor and room outside the glass: keyboard block and its
 // rim, casing, faces, recess, knobs, lamp, badge, plate, wall and rail.
 constexpr std::pair<int, int> kFrameProbes[] = {
-    {600, 745}, {600, 750}, {184, 300}, {1185, 300}, {190, 384}, {233, 384}, {241, 384},
-    {283, 720}, {397, 720}, {1060, 720}, {683, 716}, {60, 300},  {30, 20},   {683, 755}};
+    {600, 745}, {600, 750}, {184, 300}, {1185, 300},
+    {190, kCanvasCentreY}, {233, kCanvasCentreY}, {241, kCanvasCentreY},
+    {283, 720}, {397, 720}, {1060, 720}, {kCanvasCentreX, 716},
+    {60, 300}, {30, 20}, {kCanvasCentreX, 755}};
 
 TEST(NoticeFrames, FiredAndVictoryShareTheTerminalAndOnlyTheGlassDiffers) {
     CanvasApp fired;
@@ -52,8 +55,8 @@ TEST(NoticeFrames, BothNoticesKeepTheGlassOverlay) {
     fired.show(GameScreen::fired);
     EXPECT_TRUE(shows(fired.canvas, 400, 300, screen_ink::redScreen)) << std::hex << fired.pixel(400, 300);
     EXPECT_NE(fired.pixel(400, 300), screen_ink::redScreen);   // a scan line
-    EXPECT_TRUE(shows(fired.canvas, 250, 384, screen_ink::redScreen));   // the shaded edge
-    EXPECT_NE(fired.pixel(250, 384), screen_ink::redScreen);
+    EXPECT_TRUE(shows(fired.canvas, 250, kCanvasCentreY, screen_ink::redScreen));   // the shaded edge
+    EXPECT_NE(fired.pixel(250, kCanvasCentreY), screen_ink::redScreen);
     CanvasApp victory({false, true, true});
     victory.show(GameScreen::victory);
     EXPECT_TRUE(shows(victory.canvas, 400, 300, screen_ink::greenScreen));
@@ -64,12 +67,12 @@ TEST(FiredNotice, HeadlineAndOfficeLine) {
     CanvasApp shot({false, true, true});
     shot.show(GameScreen::fired);
     EXPECT_TRUE(showsTexts(shot.canvas, kTopOfGlass,
-                           {{"THE VORN CO. - OFFICE OF TERMINATIONS", 683, 128, TextSize::Normal,
+                           {{"THE VORN CO. - OFFICE OF TERMINATIONS", kCanvasCentreX, 128, TextSize::Normal,
                              screen_ink::amber, true, true},
-                            {"FIRED", 683, 278, TextSize::Giant, screen_ink::alarmRed, true, true}},
+                            {"FIRED", kCanvasCentreX, 278, TextSize::Giant, screen_ink::alarmRed, true, true}},
                            screen_ink::redScreen));
     EXPECT_TRUE(showsText(shot.canvas, kBottomOfGlass,
-                          {"> REHIRED. RETURN TO STATION 01.", 683, 640, TextSize::Small,
+                          {"> REHIRED. RETURN TO STATION 01.", kCanvasCentreX, 640, TextSize::Small,
                            screen_ink::amber, true, true},
                           screen_ink::redScreen));
 }
@@ -80,7 +83,7 @@ TEST(FiredNotice, GivesItsReasonOffVorn) {
         shot.app.difficulty = d;
         shot.show(GameScreen::fired);
         EXPECT_TRUE(showsText(shot.canvas, kReasonBand,
-                              {"YOUR EMPLOYMENT HAS BEEN TERMINATED.", 683, 378, TextSize::Normal,
+                              {"YOUR EMPLOYMENT HAS BEEN TERMINATED.", kCanvasCentreX, 378, TextSize::Normal,
                                screen_ink::firedReason, true, true},
                               screen_ink::redScreen))
             << static_cast<int>(d);
@@ -92,15 +95,15 @@ TEST(FiredNotice, GivesNoReasonOnVorn) {
     shot.app.difficulty = Difficulty::vorn;
     shot.show(GameScreen::fired);
     EXPECT_TRUE(showsText(shot.canvas, kReasonBand,
-                          {"[ NO REASON ON FILE ]", 683, 378, TextSize::Normal, screen_ink::firedNoReason,
-                           true, true},
+                          {"[ NO REASON ON FILE ]", kCanvasCentreX, 378, TextSize::Normal,
+                           screen_ink::firedNoReason, true, true},
                           screen_ink::redScreen));
 }
 
 ::testing::AssertionResult counterReads(const CanvasApp& shot, const char* count) {
     return showsTexts(shot.canvas, kCounterInside,
-                      {{"TIMES FIRED", 683, 454, TextSize::Small, screen_ink::brass, true, true},
-                       {count, 683, 478, TextSize::Normal, screen_ink::alarmRed, true, true}},
+                      {{"TIMES FIRED", kCanvasCentreX, 454, TextSize::Small, screen_ink::brass, true, true},
+                       {count, kCanvasCentreX, 478, TextSize::Normal, screen_ink::alarmRed, true, true}},
                       screen_ink::redScreen);
 }
 
@@ -136,13 +139,14 @@ TEST(VictoryNotice, HeadlineAndSubtitle) {
     CanvasApp shot({false, true, true});
     shot.show(GameScreen::victory);
     EXPECT_TRUE(showsTexts(shot.canvas, kVictoryTop,
-                           {{"SHIFT COMPLETE", 683, 218, TextSize::Huge, screen_ink::terminalGreen, true, true},
-                            {"You survived The Vorn Co.", 683, 298, TextSize::Large, screen_ink::gold, true,
-                             true}},
+                           {{"SHIFT COMPLETE", kCanvasCentreX, 218, TextSize::Huge, screen_ink::terminalGreen,
+                             true, true},
+                            {"You survived The Vorn Co.", kCanvasCentreX, 298, TextSize::Large, screen_ink::gold,
+                             true, true}},
                            screen_ink::greenScreen));
     EXPECT_TRUE(showsText(shot.canvas, kBottomOfGlass,
-                          {"[ click or press any key ]", 683, 650, TextSize::Small, screen_ink::dismiss, true,
-                           true},
+                          {"[ click or press any key ]", kCanvasCentreX, 650, TextSize::Small, screen_ink::dismiss,
+                           true, true},
                           screen_ink::greenScreen));
 }
 
@@ -155,10 +159,10 @@ TEST(VictoryNotice, AnAwardedCardIsABrassCardWithDarkLettering) {
     EXPECT_TRUE(shows(shot.canvas, 600, 358, screen_ink::gold));
     EXPECT_TRUE(shows(shot.canvas, 600, 448, screen_ink::gold));
     EXPECT_TRUE(showsTexts(shot.canvas, kCardInside,
-                           {{"CLOCK-IN CARD AWARDED", 683, 388, TextSize::Normal, screen_ink::cardLettering,
-                             true, true},
-                            {"Continue is now unlocked.", 683, 418, TextSize::Small, screen_ink::cardLettering,
-                             true, true}},
+                           {{"CLOCK-IN CARD AWARDED", kCanvasCentreX, 388, TextSize::Normal,
+                             screen_ink::cardLettering, true, true},
+                            {"Continue is now unlocked.", kCanvasCentreX, 418, TextSize::Small,
+                             screen_ink::cardLettering, true, true}},
                            screen_ink::brass));
 }
 
@@ -169,8 +173,8 @@ TEST(VictoryNotice, WithoutACardTheGlassStaysEmptyAndSaysSo) {
         shot.app.cardAwarded = false;
         shot.show(GameScreen::victory);
         EXPECT_TRUE(showsText(shot.canvas, kCardBand,
-                              {"No clock-in card this time.", 683, 388, TextSize::Normal, screen_ink::noCard,
-                               true, true},
+                              {"No clock-in card this time.", kCanvasCentreX, 388, TextSize::Normal,
+                               screen_ink::noCard, true, true},
                               screen_ink::greenScreen))
             << static_cast<int>(d);
     }
@@ -182,7 +186,7 @@ TEST(VictoryNotice, OnVornNoCardAndTheCompanySaysWhy) {
     shot.app.cardAwarded = false;
     shot.show(GameScreen::victory);
     EXPECT_TRUE(showsText(shot.canvas, kCardBand,
-                          {"No card. The Vorn Co. never rewards Vorn.", 683, 388, TextSize::Normal,
+                          {"No card. The Vorn Co. never rewards Vorn.", kCanvasCentreX, 388, TextSize::Normal,
                            screen_ink::noCard, true, true},
                           screen_ink::greenScreen));
 }
@@ -194,7 +198,7 @@ TEST(FlatTerminal, WithoutTexturesRoomCasingAndGlassAreFlatAndThereAreNoBolts) {
     flat.show(GameScreen::title);
     EXPECT_EQ(flat.pixel(60, 300), screen_ink::flatWall);
     EXPECT_EQ(flat.pixel(1300, 700), screen_ink::flatWall);
-    EXPECT_EQ(flat.pixel(683, 760), screen_ink::flatWall);   // no hazard strip
+    EXPECT_EQ(flat.pixel(kCanvasCentreX, 760), screen_ink::flatWall);   // no hazard strip
     // No rail, so no bolts: not even their tops above the monitor.
     for (int x = 30; x < 1366; x += 90) {
         ASSERT_EQ(flat.pixel(x, 17), screen_ink::flatWall) << x;

@@ -6,6 +6,7 @@
 #include "gfx/screens.h"
 #include "gfx/terminal.h"
 #include "support/canvas_app.h"
+#include "support/play_area.h"
 #include "support/screen_palette.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,8 @@ constexpr int kClearY = 200;
 TEST(RenderDispatch, TheIntroIsPlainBlack) {
     CanvasApp shot;
     shot.show(GameScreen::intro);
-    for (const auto& p : {std::pair{0, 0}, {683, 100}, {683, 384}, {1365, 767}}) {
+    for (const auto& p :
+         {std::pair{0, 0}, {kCanvasCentreX, 100}, {kCanvasCentreX, kCanvasCentreY}, {1365, 767}}) {
         EXPECT_EQ(shot.pixel(p.first, p.second), screen_ink::black) << p.first << "," << p.second;
     }
 }
@@ -33,11 +35,11 @@ TEST(RenderDispatch, SplashAndShiftCardsHaveNoRoomMonitorOrGlass) {
     shot.app.shiftCardPhase = 0;
     shot.show(GameScreen::shiftCard, 1.0);
     // The glare would lift this row off black; the room would fill the corner.
-    EXPECT_EQ(shot.pixel(683, 100), screen_ink::black);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, 100), screen_ink::black);
     EXPECT_EQ(shot.pixel(30, 20), screen_ink::black);
     EXPECT_EQ(shot.pixel(184, 300), screen_ink::black);
     shot.show(GameScreen::splash, 1.0);
-    EXPECT_EQ(shot.pixel(683, 100), screen_ink::black);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, 100), screen_ink::black);
     EXPECT_EQ(shot.pixel(30, 20), screen_ink::black);
 }
 
@@ -67,9 +69,9 @@ TEST(RenderDispatch, BoltsShowThroughTheRoomsDarkening) {
 
 ::testing::AssertionResult cardShows(const CanvasApp& shot, const char* heading, Color headingInk,
                                      const char* subtitle, Color subtitleInk) {
-    return showsTexts(shot.canvas, {0, 0, 1366, 768},
-                      {{heading, 683, 364, TextSize::Giant, headingInk, true, true},
-                       {subtitle, 683, 432, TextSize::Normal, subtitleInk, true, true}},
+    return showsTexts(shot.canvas, {0, 0, kCanvasWidth, kCanvasHeight},
+                      {{heading, kCanvasCentreX, 364, TextSize::Giant, headingInk, true, true},
+                       {subtitle, kCanvasCentreX, 432, TextSize::Normal, subtitleInk, true, true}},
                       screen_ink::black, Seen::direct);
 }
 
@@ -92,11 +94,11 @@ TEST(ShiftCardScreen, FadesWithTheTimeOnTheScreen) {
     CanvasApp shot;
     shot.app.shiftCardPhase = 1;
     shot.show(GameScreen::shiftCard, 0.2);   // half way in
-    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", rgb(127, 108, 53), "Probation complete. The real work begins.",
-                          rgb(99, 77, 26)));
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", faded(screen_ink::gold, 0.5),
+                          "Probation complete. The real work begins.", faded(screen_ink::brass, 0.5)));
     shot.show(GameScreen::shiftCard, 2.9);   // three quarters of the way out: a quarter left
-    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", rgb(63, 54, 26), "Probation complete. The real work begins.",
-                          rgb(49, 38, 13)));
+    EXPECT_TRUE(cardShows(shot, "SHIFT STARTS", faded(screen_ink::gold, 0.25),
+                          "Probation complete. The real work begins.", faded(screen_ink::brass, 0.25)));
 }
 
 // ---- splash ----
@@ -128,32 +130,33 @@ TEST_F(Splash, StaysBlackUntilRevealed) {
     useWhiteLogo(512, 100);
     shot.app.splashRevealed = false;
     shot.show(GameScreen::splash, 1.4);
-    EXPECT_EQ(shot.pixel(683, 384), screen_ink::black);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, kCanvasCentreY), screen_ink::black);
 }
 
 TEST_F(Splash, LogoIsAlways956PixelsWideAroundTheCentre) {
     useWhiteLogo(512, 100);
     revealAt(1.5, 2.5);
-    const Color white = rgb(255, 255, 255);
-    EXPECT_EQ(shot.pixel(204, 384), screen_ink::black);
-    EXPECT_EQ(shot.pixel(205, 384), white);
-    EXPECT_EQ(shot.pixel(1160, 384), white);
-    EXPECT_EQ(shot.pixel(1161, 384), screen_ink::black);
-    // Height 100 scaled by 956 / 512 is 186 rows, from 384 - 93.
-    EXPECT_EQ(shot.pixel(683, 290), screen_ink::black);
-    EXPECT_EQ(shot.pixel(683, 291), white);
-    EXPECT_EQ(shot.pixel(683, 476), white);
-    EXPECT_EQ(shot.pixel(683, 477), screen_ink::black);
+    EXPECT_EQ(shot.pixel(204, kCanvasCentreY), screen_ink::black);
+    EXPECT_EQ(shot.pixel(205, kCanvasCentreY), screen_ink::white);
+    EXPECT_EQ(shot.pixel(1160, kCanvasCentreY), screen_ink::white);
+    EXPECT_EQ(shot.pixel(1161, kCanvasCentreY), screen_ink::black);
+    // 956 columns about x 683 run from 205 to 1160. Height 100 scaled by
+    // 956 / 512 is 186 rows, from 384 - 93 = 291 to 476.
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, 290), screen_ink::black);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, 291), screen_ink::white);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, 476), screen_ink::white);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, 477), screen_ink::black);
 }
 
 TEST_F(Splash, LogoFadesInOverFourTenthsOfASecondFromTheReveal) {
     useWhiteLogo(512, 100);
     revealAt(1.5, 1.5);
-    EXPECT_EQ(shot.pixel(683, 384), screen_ink::black);
+    EXPECT_EQ(shot.pixel(kCanvasCentreX, kCanvasCentreY), screen_ink::black);
     revealAt(1.5, 1.7);   // half way: alpha 127
-    EXPECT_TRUE(near(opaque(shot.pixel(683, 384)), rgb(127, 127, 127), 2)) << std::hex << shot.pixel(683, 384);
+    const Color middle = shot.pixel(kCanvasCentreX, kCanvasCentreY);
+    EXPECT_TRUE(near(opaque(middle), grey(127), 2)) << std::hex << middle;
     revealAt(1.5, 1.9);
-    EXPECT_TRUE(near(opaque(shot.pixel(683, 384)), rgb(255, 255, 255), 1));
+    EXPECT_TRUE(near(opaque(shot.pixel(kCanvasCentreX, kCanvasCentreY)), screen_ink::white, 1));
 }
 
 TEST_F(Splash, ShippedLogoStaysWithinItsWidth) {
@@ -175,8 +178,9 @@ TEST_F(Splash, ShippedLogoStaysWithinItsWidth) {
 TEST_F(Splash, WithoutALogoTheStudioIsNamedAtFullStrengthAtOnce) {
     revealAt(1.5, 1.5);   // no fade: full colour at the reveal itself
     // Nothing but the name on the whole black canvas.
-    EXPECT_TRUE(showsText(shot.canvas, {0, 0, 1366, 768},
-                          {"ZEMBRILUX", 683, 384, TextSize::Large, screen_ink::splashName, true, true},
+    EXPECT_TRUE(showsText(shot.canvas, {0, 0, kCanvasWidth, kCanvasHeight},
+                          {"ZEMBRILUX", kCanvasCentreX, kCanvasCentreY, TextSize::Large, screen_ink::splashName,
+                           true, true},
                           screen_ink::black, Seen::direct));
 }
 
@@ -195,7 +199,8 @@ protected:
     static Rect insideRow(int i) { return {536, 353 + 46 * i, 295, 33}; }
     // The label of row i as it should read, on its row.
     ::testing::AssertionResult rowReads(int i, const char* label, Color ink, bool lit) const {
-        return showsText(shot.canvas, insideRow(i), {label, 683, 369 + 46 * i, TextSize::Normal, ink, true, true},
+        return showsText(shot.canvas, insideRow(i),
+                         {label, kCanvasCentreX, 369 + 46 * i, TextSize::Normal, ink, true, true},
                          lit ? screen_ink::menuHighlight : screen_ink::greenScreen);
     }
 
@@ -205,10 +210,10 @@ protected:
 TEST_F(Title, HeaderBandAndItsGreenLine) {
     show(0, 0);
     EXPECT_TRUE(shows(shot.canvas, 1000, 152, screen_ink::darkPanel));
-    EXPECT_TRUE(shows(shot.canvas, 683, 94, screen_ink::brass));
+    EXPECT_TRUE(shows(shot.canvas, kCanvasCentreX, 94, screen_ink::brass));
     // The whole band inside its outline, clear of the rounded corners.
     EXPECT_TRUE(showsText(shot.canvas, {272, 95, 822, 75},
-                          {"// EMPLOYMENT TERMINAL v8.31 //", 683, 132, TextSize::Normal,
+                          {"// EMPLOYMENT TERMINAL v8.31 //", kCanvasCentreX, 132, TextSize::Normal,
                            screen_ink::terminalGreen, true, true},
                           screen_ink::darkPanel));
 }
@@ -217,9 +222,9 @@ TEST_F(Title, LogoLinesReadTheVornCoInGold) {
     show(0, 0);
     // Everything between the header band and the first menu row.
     EXPECT_TRUE(showsTexts(shot.canvas, {262, 172, 842, 176},
-                           {{"THE", 683, 198, TextSize::Large, screen_ink::gold, true, true},
-                            {"VORN", 683, 253, TextSize::Giant, screen_ink::gold, true, true},
-                            {"CO.", 683, 303, TextSize::Huge, screen_ink::gold, true, true}},
+                           {{"THE", kCanvasCentreX, 198, TextSize::Large, screen_ink::gold, true, true},
+                            {"VORN", kCanvasCentreX, 253, TextSize::Giant, screen_ink::gold, true, true},
+                            {"CO.", kCanvasCentreX, 303, TextSize::Huge, screen_ink::gold, true, true}},
                            screen_ink::greenScreen));
 }
 
@@ -270,7 +275,7 @@ TEST_F(Title, ACardPutsContinueFirstAndMovesTheVornLabelDown) {
 ::testing::AssertionResult footerReads(CanvasApp& shot, const char* counts) {
     const int left = 1103 - shot.app.graphics.textWidth("v0.01", TextSize::Small);
     return showsTexts(shot.canvas, {262, 630, 842, 46},
-                      {{counts, 683, 660, TextSize::Small, screen_ink::titleFooter, true, true},
+                      {{counts, kCanvasCentreX, 660, TextSize::Small, screen_ink::titleFooter, true, true},
                        {"v0.01", left, 664, TextSize::Small, screen_ink::amber, false, false}},
                       screen_ink::greenScreen);
 }

@@ -5,6 +5,7 @@
 #include "app/difficulty.h"
 #include "gfx/screens.h"
 #include "support/canvas_app.h"
+#include "support/play_area.h"
 #include "support/screen_palette.h"
 
 #include <gtest/gtest.h>
@@ -12,15 +13,13 @@
 namespace vorn::test {
 namespace {
 
-constexpr Color kMagenta = rgb(255, 0, 255);
-
 // A station that paints the whole canvas, to show what is drawn after it.
 class PaintingStation final : public Level {
 public:
     LevelResult update(double, const InputState&, AudioSystem&) override { return LevelResult::Running; }
     void render(Graphics& g) override {
         if (paints) {
-            g.rect({0, 0, kCanvasWidth, kCanvasHeight}, kMagenta, true);
+            g.rect({0, 0, kCanvasWidth, kCanvasHeight}, screen_ink::magenta, true);
         }
     }
     bool paints = false;
@@ -108,11 +107,11 @@ TEST_F(StationScreen, AnEmptyInstructionAsksToBeatTheClock) {
 TEST_F(StationScreen, StationDrawsOverTheHeaderButUnderTheFooterClockAndGlass) {
     station->paints = true;
     show();
-    EXPECT_TRUE(shows(shot.canvas, 400, 152, kMagenta));            // the badge is painted over
-    EXPECT_TRUE(shows(shot.canvas, 275, 668, screen_ink::footerBand));   // the footer is not
+    EXPECT_TRUE(shows(shot.canvas, 400, 152, screen_ink::magenta));          // the badge is painted over
+    EXPECT_TRUE(shows(shot.canvas, 275, 668, screen_ink::footerBand));       // the footer is not
     EXPECT_TRUE(shows(shot.canvas, 1059 + 22, 651, screen_ink::clockRim));   // nor the clock
-    EXPECT_NE(shot.pixel(683, 300), kMagenta);                      // the glass covers it
-    EXPECT_TRUE(shows(shot.canvas, 683, 300, kMagenta));
+    EXPECT_NE(shot.pixel(kCanvasCentreX, 300), screen_ink::magenta);         // the glass covers it
+    EXPECT_TRUE(shows(shot.canvas, kCanvasCentreX, 300, screen_ink::magenta));
     EXPECT_TRUE(footerReads(shot, "MODE: MEDIUM", screen_ink::gold, "STATION 3 / 5"));
     EXPECT_TRUE(clockReads(shot, "09", screen_ink::terminalGreen));
 }

@@ -1,5 +1,7 @@
 // The drawing kit's primitives, read back pixel by pixel from a software canvas.
 
+#include "support/play_area.h"
+#include "support/screen_palette.h"
 #include "support/software_canvas.h"
 #include "support/test_platform.h"
 
@@ -24,9 +26,9 @@ protected:
 };
 
 TEST_F(GraphicsPixels, ClearFillsTheCanvas) {
-    g.clear(rgb(1, 2, 3));
-    EXPECT_EQ(canvas.pixel(0, 0), rgb(1, 2, 3));
-    EXPECT_EQ(canvas.pixel(1365, 767), rgb(1, 2, 3));
+    g.clear(kInk);
+    EXPECT_EQ(canvas.pixel(0, 0), kInk);
+    EXPECT_EQ(canvas.pixel(1365, 767), kInk);
 }
 
 TEST_F(GraphicsPixels, ColoursAreRedInTheLowestByte) {
@@ -160,8 +162,8 @@ TEST_F(GraphicsPixels, ArcTurnsClockwiseOnScreenAsABandOfDots) {
 }
 
 TEST_F(GraphicsPixels, BlitCenteredIgnoresANullTexture) {
-    g.blitCentered(nullptr, 683, 384, 100, 100);
-    EXPECT_EQ(canvas.pixel(683, 384), kBackground);
+    g.blitCentered(nullptr, kCanvasCentreX, kCanvasCentreY, 100, 100);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, kCanvasCentreY), kBackground);
 }
 
 TEST_F(GraphicsPixels, BlitCenteredCopiesAroundTheCentre) {
@@ -186,30 +188,34 @@ TEST_F(GraphicsPixels, LoadTextureOfAMissingFileIsNull) {
 }
 
 TEST_F(GraphicsPixels, MonitorOverlayShadesOnlyTheGlass) {
-    canvas.fill(rgb(100, 100, 100));
+    const Color untouched = grey(100);
+    canvas.fill(untouched);
     g.monitorOverlay();
-    const Color untouched = rgb(100, 100, 100);
     // Outside the glass nothing changes.
     EXPECT_EQ(canvas.pixel(246, 300), untouched);
     EXPECT_EQ(canvas.pixel(1119, 300), untouched);
-    EXPECT_EQ(canvas.pixel(683, 77), untouched);
-    EXPECT_EQ(canvas.pixel(683, 690), untouched);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 77), untouched);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 690), untouched);
     // The middle of the glass between scan lines is clear.
-    EXPECT_EQ(canvas.pixel(683, 301), untouched);
-    // A scan line (every third row from 78): black at alpha 46.
-    EXPECT_TRUE(near(canvas.pixel(683, 300), rgb(82, 82, 82), 1)) << std::hex << canvas.pixel(683, 300);
-    // The leftmost and rightmost columns: black at alpha 70.
-    EXPECT_TRUE(near(canvas.pixel(247, 302), rgb(73, 73, 73), 1)) << std::hex << canvas.pixel(247, 302);
-    EXPECT_TRUE(near(canvas.pixel(1118, 302), rgb(73, 73, 73), 1));
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 301), untouched);
+    // A scan line (every third row from 78): black at alpha 46,
+    // 100 x (255 - 46) / 255 = 82.
+    EXPECT_TRUE(near(canvas.pixel(kCanvasCentreX, 300), grey(82), 1))
+        << std::hex << canvas.pixel(kCanvasCentreX, 300);
+    // The leftmost and rightmost columns: black at alpha 70, 100 x 185 / 255 = 73.
+    EXPECT_TRUE(near(canvas.pixel(247, 302), grey(73), 1)) << std::hex << canvas.pixel(247, 302);
+    EXPECT_TRUE(near(canvas.pixel(1118, 302), grey(73), 1));
     // Column 90 from the side is past the shading.
     EXPECT_EQ(canvas.pixel(337, 302), untouched);
     // Row 100: top shading at alpha 48, then the white glare at alpha 10.
-    EXPECT_TRUE(near(canvas.pixel(683, 100), rgb(87, 87, 87), 2)) << std::hex << canvas.pixel(683, 100);
+    EXPECT_TRUE(near(canvas.pixel(kCanvasCentreX, 100), grey(87), 2))
+        << std::hex << canvas.pixel(kCanvasCentreX, 100);
     // The glare stops short of the glass's sides: there only side shading
     // (alpha 40) and top shading (alpha 48) darken the row.
-    EXPECT_TRUE(near(canvas.pixel(1080, 100), rgb(68, 68, 68), 2)) << std::hex << canvas.pixel(1080, 100);
+    EXPECT_TRUE(near(canvas.pixel(1080, 100), grey(68), 2)) << std::hex << canvas.pixel(1080, 100);
     // The first row of the glass takes a scan line and both edge shadings.
-    EXPECT_TRUE(near(canvas.pixel(683, 78), rgb(59, 59, 59), 2)) << std::hex << canvas.pixel(683, 78);
+    EXPECT_TRUE(near(canvas.pixel(kCanvasCentreX, 78), grey(59), 2))
+        << std::hex << canvas.pixel(kCanvasCentreX, 78);
 }
 
 TEST_F(GraphicsPixels, MonitorOverlayRemovesItsClip) {
@@ -232,7 +238,7 @@ TEST_F(GraphicsPixels, EmptyTextDrawsNothingAndReturnsZero) {
 
 TEST_F(GraphicsPixels, TextDrawsAtItsNaturalWidthAndReturnsIt) {
     canvas.useGameFonts();
-    const int w = g.text("VORN", 100, 100, TextSize::Large, rgb(255, 255, 255), false, false);
+    const int w = g.text("VORN", 100, 100, TextSize::Large, kInk, false, false);
     EXPECT_GT(w, 0);
     EXPECT_EQ(w, g.textWidth("VORN", TextSize::Large));
     int lit = 0;
@@ -250,7 +256,7 @@ TEST_F(GraphicsPixels, TextDrawsAtItsNaturalWidthAndReturnsIt) {
 
 TEST_F(GraphicsPixels, CentredTextStraddlesItsPoint) {
     canvas.useGameFonts();
-    const int w = g.text("MMMM", 683, 384, TextSize::Normal, rgb(255, 255, 255), true, true);
+    const int w = g.text("MMMM", kCanvasCentreX, kCanvasCentreY, TextSize::Normal, kInk, true, true);
     ASSERT_GT(w, 0);
     int left = 1366;
     int right = -1;
@@ -262,7 +268,7 @@ TEST_F(GraphicsPixels, CentredTextStraddlesItsPoint) {
             }
         }
     }
-    EXPECT_NEAR((left + right) / 2, 683, 3);
+    EXPECT_NEAR((left + right) / 2, kCanvasCentreX, 3);
 }
 
 TEST(GraphicsText, WidthIsEstimatedWithoutAFont) {

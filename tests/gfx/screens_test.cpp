@@ -3,6 +3,7 @@
 
 #include "gfx/screens.h"
 #include "support/canvas_app.h"
+#include "support/play_area.h"
 #include "support/screen_palette.h"
 #include "support/software_canvas.h"
 
@@ -45,13 +46,13 @@ TEST(ShiftCardFade, RisesOverFourTenthsHoldsAndFallsOverTheLastFourTenths) {
 }
 
 // The whole canvas: a card is nothing but its two lines on black.
-constexpr Rect kWholeCanvas{0, 0, 1366, 768};
+constexpr Rect kWholeCanvas{0, 0, kCanvasWidth, kCanvasHeight};
 
 ::testing::AssertionResult cardReads(const SoftwareCanvas& canvas, const char* heading, Color headingInk,
                                      const char* subtitle, Color subtitleInk) {
     return showsTexts(canvas, kWholeCanvas,
-                      {{heading, 683, 364, TextSize::Giant, headingInk, true, true},
-                       {subtitle, 683, 432, TextSize::Normal, subtitleInk, true, true}},
+                      {{heading, kCanvasCentreX, 364, TextSize::Giant, headingInk, true, true},
+                       {subtitle, kCanvasCentreX, 432, TextSize::Normal, subtitleInk, true, true}},
                       screen_ink::black, Seen::direct);
 }
 
@@ -74,20 +75,21 @@ TEST_F(ScreenPieces, OvertimeHeadingIsAlarmRed) {
 
 TEST_F(ScreenPieces, ShiftCardFadesItsColourTowardsBlackNotItsAlpha) {
     drawShiftCard(g, 1, 0.2);   // half way in: every channel halved, truncated
-    EXPECT_TRUE(cardReads(canvas, "SHIFT STARTS", rgb(127, 108, 53), "Probation complete. The real work begins.",
-                          rgb(99, 77, 26)));
+    EXPECT_TRUE(cardReads(canvas, "SHIFT STARTS", faded(screen_ink::gold, 0.5),
+                          "Probation complete. The real work begins.", faded(screen_ink::brass, 0.5)));
     g.clear(screen_ink::black);
     drawShiftCard(g, 2, 2.8);   // half way out
-    EXPECT_TRUE(cardReads(canvas, "OVERTIME", rgb(127, 29, 21), "Clock's against you now. No mercy.",
-                          rgb(99, 77, 26)));
+    EXPECT_TRUE(cardReads(canvas, "OVERTIME", faded(screen_ink::alarmRed, 0.5),
+                          "Clock's against you now. No mercy.", faded(screen_ink::brass, 0.5)));
     g.clear(screen_ink::black);
     drawShiftCard(g, 0, 0.1);   // a quarter in
-    EXPECT_TRUE(cardReads(canvas, "PROBATION", rgb(63, 54, 26), "Report to your station.", rgb(49, 38, 13)));
+    EXPECT_TRUE(cardReads(canvas, "PROBATION", faded(screen_ink::gold, 0.25), "Report to your station.",
+                          faded(screen_ink::brass, 0.25)));
 }
 
 TEST_F(ScreenPieces, ShiftCardIsGoneAtThreeSeconds) {
     drawShiftCard(g, 0, 3.0);
-    EXPECT_EQ(redPeak({0, 0, 1366, 768}), 0);
+    EXPECT_EQ(redPeak(kWholeCanvas), 0);
 }
 
 // ---- station header and footer ----
@@ -99,8 +101,8 @@ constexpr Rect kFooterText{276, 627, 815, 49};
 TEST_F(ScreenPieces, HeaderBandBadgeAndTheirOutlines) {
     drawStationHeader(g, "STATION 01 : X", "Y");
     EXPECT_EQ(canvas.pixel(1000, 152), screen_ink::darkPanel);
-    EXPECT_EQ(canvas.pixel(683, 94), screen_ink::brass);   // band outline
-    EXPECT_EQ(canvas.pixel(683, 170), screen_ink::brass);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 94), screen_ink::brass);   // band outline
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 170), screen_ink::brass);
     EXPECT_EQ(canvas.pixel(400, 152), screen_ink::badgeRed);
     EXPECT_EQ(canvas.pixel(273, 132), screen_ink::brass);  // badge outline
     EXPECT_EQ(canvas.pixel(423, 132), screen_ink::brass);
@@ -129,8 +131,8 @@ TEST_F(ScreenPieces, HeaderTitleAndInstructionStartAt445) {
 TEST_F(ScreenPieces, FooterBandAndItsThreeGoldFields) {
     drawStationFooter(g, "MEDIUM", false, 3, 5);
     EXPECT_EQ(canvas.pixel(275, 668), screen_ink::footerBand);
-    EXPECT_EQ(canvas.pixel(683, 626), screen_ink::brass);
-    EXPECT_EQ(canvas.pixel(683, 676), screen_ink::brass);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 626), screen_ink::brass);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 676), screen_ink::brass);
     EXPECT_TRUE(footerReads(canvas, "MODE: MEDIUM", screen_ink::gold, "STATION 3 / 5"));
 }
 

@@ -4,6 +4,7 @@
 #include "gfx/procedural_art.h"
 #include "gfx/terminal.h"
 #include "support/canvas_app.h"
+#include "support/play_area.h"
 #include "support/screen_palette.h"
 #include "support/software_canvas.h"
 
@@ -79,15 +80,15 @@ TEST_F(Room, HazardStripCoversTheBottomTwentySixRows) {
     without(art.roomOverlay);
     drawRoom(g, art);
     const PixelBuffer wall = paintWall();
-    EXPECT_EQ(canvas.pixel(683, 741), wall.at(683 % 512, 741 % 288));
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 741), wall.at(kCanvasCentreX % 512, 741 % 288));
     int amber = 0;
     int dark = 0;
     for (int y = 742; y < 768; ++y) {
         for (int x = 0; x < 1366; ++x) {
             const Color c = canvas.pixel(x, y);
             ASSERT_LE(blue(c), 28) << x << "," << y;
-            amber += near(c, rgb(207, 140, 28), 8) ? 1 : 0;
-            dark += near(c, rgb(23, 18, 8), 8) ? 1 : 0;
+            amber += near(c, screen_ink::hazardAmber, 8) ? 1 : 0;
+            dark += near(c, screen_ink::hazardDark, 8) ? 1 : 0;
         }
     }
     EXPECT_GT(amber, 5000);
@@ -113,22 +114,22 @@ TEST_F(Room, StripesOnTheCanvasRepeatEvery28PixelsAndSpeckleByXTimesYModuloSeven
 TEST_F(Room, OverlayIsClearAtItsCentreAndTakes216OfAlphaInTheCorners) {
     // The overlay texture at its own size over white: the centre stays
     // white, the corners keep 255 - 216 = 39 of it.
-    canvas.fill(rgb(255, 255, 255));
+    canvas.fill(screen_ink::white);
     g.blitCentered(art.roomOverlay, 128, 72, 256, 144);
-    EXPECT_EQ(canvas.pixel(128, 72), rgb(255, 255, 255));
-    EXPECT_TRUE(near(opaque(canvas.pixel(0, 0)), rgb(39, 39, 39), 1)) << std::hex << canvas.pixel(0, 0);
+    EXPECT_EQ(canvas.pixel(128, 72), screen_ink::white);
+    EXPECT_TRUE(near(opaque(canvas.pixel(0, 0)), grey(39), 1)) << std::hex << canvas.pixel(0, 0);
 }
 
 TEST_F(Room, OverlayLeavesTheMiddleOfTheRoomAndDarkensItsCorners) {
     SDL_Texture* overlay = art.roomOverlay;
     without(art.roomOverlay);
     drawRoom(g, art);
-    const Color centre = canvas.pixel(683, 384);
+    const Color centre = canvas.pixel(kCanvasCentreX, kCanvasCentreY);
     const Color corner = canvas.pixel(1365, 767);
     art.roomOverlay = overlay;
     drawRoom(g, art);
-    EXPECT_EQ(canvas.pixel(683, 384), centre);
-    const Color darkened = rgb(red(corner) * 39 / 255, green(corner) * 39 / 255, blue(corner) * 39 / 255);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, kCanvasCentreY), centre);
+    const Color darkened = faded(corner, 39.0 / 255);
     EXPECT_TRUE(near(opaque(canvas.pixel(1365, 767)), darkened, 2)) << std::hex << canvas.pixel(1365, 767);
 }
 
@@ -136,8 +137,8 @@ TEST(FlatRoom, WithoutTexturesTheRoomIsOneFlatColourWithNoBolts) {
     SoftwareCanvas canvas;
     const ProceduralArt none;
     drawRoom(canvas.graphics, none);
-    for (const auto& p : {std::pair{0, 0}, {30, 20}, {120, 20}, {683, 384}, {683, 755},
-                          {1365, 767}}) {
+    for (const auto& p : {std::pair{0, 0}, {30, 20}, {120, 20}, {kCanvasCentreX, kCanvasCentreY},
+                          {kCanvasCentreX, 755}, {1365, 767}}) {
         EXPECT_EQ(canvas.pixel(p.first, p.second), screen_ink::flatWall) << p.first << "," << p.second;
     }
 }
@@ -158,10 +159,10 @@ TEST_F(Monitor, StandsInFrontOfTheRoom) {
 
 TEST_F(Monitor, FacesStepInAndDarkenTowardsTheGlass) {
     drawTerminal(g, art, screen_ink::greenScreen);
-    EXPECT_EQ(canvas.pixel(190, 384), rgb(232, 226, 208));   // the first face
-    EXPECT_EQ(canvas.pixel(209, 384), rgb(187, 181, 164));   // the fifth
-    EXPECT_EQ(canvas.pixel(233, 384), rgb(131, 125, 109));   // the last
-    EXPECT_EQ(canvas.pixel(683, 739), rgb(232, 226, 208));   // the chin reaches y 740
+    EXPECT_EQ(canvas.pixel(190, kCanvasCentreY), screen_ink::casingHighlight);   // the first face
+    EXPECT_EQ(canvas.pixel(209, kCanvasCentreY), screen_ink::fifthFace);
+    EXPECT_EQ(canvas.pixel(233, kCanvasCentreY), screen_ink::innerFace);          // the last
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 739), screen_ink::casingHighlight);   // the chin reaches y 740
 }
 
 TEST_F(Monitor, CasingOutlineShowsBesideTheFaces) {
@@ -172,18 +173,21 @@ TEST_F(Monitor, CasingOutlineShowsBesideTheFaces) {
 
 TEST_F(Monitor, GlassRecessRingsTheScreen) {
     drawTerminal(g, art, screen_ink::greenScreen);
-    EXPECT_EQ(canvas.pixel(241, 384), screen_ink::glassRecess);
-    EXPECT_EQ(canvas.pixel(1124, 384), screen_ink::glassRecess);
-    EXPECT_EQ(canvas.pixel(683, 72), screen_ink::glassRecess);
+    EXPECT_EQ(canvas.pixel(241, kCanvasCentreY), screen_ink::glassRecess);
+    EXPECT_EQ(canvas.pixel(1124, kCanvasCentreY), screen_ink::glassRecess);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, 72), screen_ink::glassRecess);
 }
+
+// A screen colour with as much red as green, which no screen of the game uses.
+constexpr Color kRedAndGreenAlike = rgb(50, 50, 0);
 
 TEST_F(Monitor, GlassIsRedOnlyWhenTheScreenColoursRedByteBeatsItsGreen) {
     drawTerminal(g, art, screen_ink::greenScreen);
-    const Color green = canvas.pixel(683, 384);
+    const Color green = canvas.pixel(kCanvasCentreX, kCanvasCentreY);
     drawTerminal(g, art, screen_ink::redScreen);
-    const Color red = canvas.pixel(683, 384);
-    drawTerminal(g, art, rgb(50, 50, 0));   // a tie keeps the green glass
-    const Color tie = canvas.pixel(683, 384);
+    const Color red = canvas.pixel(kCanvasCentreX, kCanvasCentreY);
+    drawTerminal(g, art, kRedAndGreenAlike);   // a tie keeps the green glass
+    const Color tie = canvas.pixel(kCanvasCentreX, kCanvasCentreY);
     EXPECT_GT(vorn::green(green), vorn::red(green));
     EXPECT_GT(vorn::red(red), vorn::green(red));
     EXPECT_EQ(tie, green);
@@ -191,7 +195,8 @@ TEST_F(Monitor, GlassIsRedOnlyWhenTheScreenColoursRedByteBeatsItsGreen) {
 
 TEST_F(Monitor, KeyboardBlockShowsBelowTheChinWithItsRim) {
     drawTerminal(g, art, screen_ink::greenScreen);
-    EXPECT_TRUE(near(canvas.pixel(600, 745), rgb(218, 211, 190), 12)) << std::hex << canvas.pixel(600, 745);
+    EXPECT_TRUE(near(canvas.pixel(600, 745), screen_ink::casingPlastic, 12))
+        << std::hex << canvas.pixel(600, 745);
     EXPECT_EQ(canvas.pixel(600, 750), screen_ink::casingOutline);
 }
 
@@ -199,11 +204,11 @@ TEST_F(Monitor, KnobsLampBadgeAndPlateSitOnTheChin) {
     drawTerminal(g, art, screen_ink::greenScreen);
     for (int x : {283, 325}) {
         EXPECT_EQ(canvas.pixel(x, 720), screen_ink::plateInk) << x;
-        EXPECT_EQ(canvas.pixel(x + 10, 720), rgb(214, 207, 188)) << x;
+        EXPECT_EQ(canvas.pixel(x + 10, 720), screen_ink::knobFace) << x;
         EXPECT_EQ(canvas.pixel(x + 14, 720), screen_ink::casingOutline) << x;
     }
     EXPECT_EQ(canvas.pixel(397, 720), screen_ink::alarmRed);
-    EXPECT_EQ(canvas.pixel(401, 720), rgb(40, 30, 20));
+    EXPECT_EQ(canvas.pixel(401, 720), screen_ink::lampHousing);
     EXPECT_EQ(canvas.pixel(1060, 720), screen_ink::casingHighlight);
     EXPECT_EQ(canvas.pixel(1069, 708), screen_ink::plateInk);
     EXPECT_EQ(canvas.pixel(1069, 732), screen_ink::plateInk);
@@ -227,7 +232,8 @@ TEST_F(Monitor, MakersPlateReadsVornCoMkIv) {
                                     static_cast<int>(208 - 110 * t)),
                                 true);
             }
-            paint.text("VORN CO. Mk.IV", 683, 720, TextSize::Small, rgb(120, 114, 98), true, true);
+            paint.text("VORN CO. Mk.IV", kCanvasCentreX, 720, TextSize::Small, screen_ink::plateInk, true,
+                       true);
         },
         Seen::direct));
 }
@@ -238,7 +244,7 @@ TEST(FlatMonitor, WithoutTexturesCasingIsFlatBeigeAndGlassIsARoundedFlatScreenCo
     drawTerminal(canvas.graphics, none, screen_ink::greenScreen);
     EXPECT_EQ(canvas.pixel(184, 300), screen_ink::casingBeige);   // casing
     EXPECT_EQ(canvas.pixel(600, 745), screen_ink::casingBeige);   // keyboard block
-    EXPECT_EQ(canvas.pixel(683, 384), screen_ink::greenScreen);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, kCanvasCentreY), screen_ink::greenScreen);
     EXPECT_EQ(canvas.pixel(300, 120), screen_ink::greenScreen);
     // The glass's corners are rounded off: the recess shows there.
     EXPECT_EQ(canvas.pixel(248, 79), screen_ink::glassRecess);
@@ -247,7 +253,7 @@ TEST(FlatMonitor, WithoutTexturesCasingIsFlatBeigeAndGlassIsARoundedFlatScreenCo
     EXPECT_EQ(canvas.pixel(30, 20), screen_ink::flatWall);
 
     drawTerminal(canvas.graphics, none, screen_ink::redScreen);
-    EXPECT_EQ(canvas.pixel(683, 384), screen_ink::redScreen);
+    EXPECT_EQ(canvas.pixel(kCanvasCentreX, kCanvasCentreY), screen_ink::redScreen);
 }
 
 }  // namespace

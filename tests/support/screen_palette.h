@@ -9,6 +9,7 @@
 namespace vorn::test::screen_ink {
 
 constexpr Color black = rgb(0, 0, 0);
+constexpr Color white = rgb(255, 255, 255);
 constexpr Color gold = rgb(255, 216, 107);
 constexpr Color brass = rgb(199, 154, 53);
 constexpr Color terminalGreen = rgb(70, 224, 138);
@@ -38,11 +39,41 @@ constexpr Color casingOutline = rgb(170, 162, 142);
 constexpr Color casingHighlight = rgb(232, 226, 208);
 constexpr Color plateInk = rgb(120, 114, 98);
 constexpr Color glassRecess = rgb(18, 18, 20);
+// The monitor's ten faces run from the casing's highlight outside to the
+// innermost by the glass; the fifth is the one half way in.
+constexpr Color fifthFace = rgb(187, 181, 164);
+constexpr Color innerFace = rgb(131, 125, 109);
+// The two knobs' faces and the power lamp's dark housing on the chin.
+constexpr Color knobFace = rgb(214, 207, 188);
+constexpr Color lampHousing = rgb(40, 30, 20);
+// The textured casing plastic, the hazard strip's amber and dark stripes:
+// near enough only, the grain and the speckle move them a little.
+constexpr Color casingPlastic = rgb(218, 211, 190);
+constexpr Color hazardAmber = rgb(207, 140, 28);
+constexpr Color hazardDark = rgb(23, 18, 8);
 // The notices.
 constexpr Color firedReason = rgb(229, 153, 41);
 constexpr Color firedNoReason = rgb(204, 46, 33);
 constexpr Color cardLettering = rgb(20, 20, 20);
 constexpr Color noCard = rgb(216, 144, 39);
 constexpr Color dismiss = rgb(49, 156, 96);
+// A colour the game never draws, for a test's own marks.
+constexpr Color magenta = rgb(255, 0, 255);
 
 }  // namespace vorn::test::screen_ink
+
+namespace vorn::test {
+
+// An even grey, for what a shade of black or a glare does to a grey or
+// white canvas.
+constexpr Color grey(int level) { return rgb(level, level, level); }
+
+// A colour part way through a fade towards black: every channel scaled by
+// `strength` and cut down to a whole number, as a shift card fades in and
+// out (gold at half strength is (127, 108, 53)).
+constexpr Color faded(Color c, double strength) {
+    return rgb(static_cast<int>(red(c) * strength), static_cast<int>(green(c) * strength),
+               static_cast<int>(blue(c) * strength));
+}
+
+}  // namespace vorn::test
