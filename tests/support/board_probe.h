@@ -17,9 +17,7 @@ namespace vorn::test {
 // A station drawn on black, fonts loaded; `at` reads one pixel.
 struct StationPicture : SoftwareCanvas {
     explicit StationPicture(Level& station) {
-        useGameFonts();
-        fill(station_ink::black);
-        station.render(graphics);
+        renderOnBlack(*this, station);
     }
     Color at(int x, int y) const { return pixel(x, y); }
 };

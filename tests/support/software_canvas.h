@@ -4,6 +4,7 @@
 // video driver a window's renderer reads back misaligned; a surface does not.)
 
 #include "gfx/graphics.h"
+#include "stations/level.h"
 
 #include <SDL.h>
 
@@ -29,6 +30,15 @@ public:
     Graphics graphics;
     bool startedTtf = false;
 };
+
+// A station as a player sees it on this frame, alone: the canvas opens the
+// game's fonts, is filled black and the station draws itself on it. Every
+// station family's pictures start here.
+inline void renderOnBlack(SoftwareCanvas& canvas, Level& station) {
+    canvas.useGameFonts();
+    canvas.fill(rgb(0, 0, 0));
+    station.render(canvas.graphics);
+}
 
 // True when two colours differ by at most `tolerance` in every channel
 // (blending rounds differently between renderers).

@@ -154,7 +154,7 @@ TEST(CalibrateLook, DrawsTracksGhostMarksAndKnobsGreenOnlyOnTheirMarks) {
     d.level.target[2] = 0.5;
     d.level.value[2] = 0.2;    // the knob far below it
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     const Rect* t = d.level.tracks;
     // Dark tracks.
     EXPECT_EQ(canvas.pixel(t[0].x + 20, t[0].y + 20), station_ink::charcoal);
@@ -184,7 +184,7 @@ TEST(CalibrateLook, AKnobDraggedOntoItsMarkTurnsGreenWhereItNowIs) {
     const Rect* t = d.level.tracks;
     {
         SoftwareCanvas canvas;
-        dial::renderOnBlack(canvas, d.level);
+        renderOnBlack(canvas, d.level);
         expectKnob(canvas, t[0], 385, station_ink::terminalGreen);   // 0.5 is within 0.04 of 0.52
         expectKnob(canvas, t[1], 385, station_ink::orange);
         expectKnob(canvas, t[2], 385, station_ink::orange);
@@ -193,7 +193,7 @@ TEST(CalibrateLook, AKnobDraggedOntoItsMarkTurnsGreenWhereItNowIs) {
     }
     d.press(t[1].x + 20, t[1].y + 81);   // 1 - 81/270 = 0.7: onto the mark
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     EXPECT_EQ(canvas.pixel(t[1].x + 20, 331 - 4), station_ink::terminalGreen);
     EXPECT_EQ(canvas.pixel(t[1].x + 20, 331 + 4), station_ink::terminalGreen);
     EXPECT_EQ(canvas.pixel(t[1].x + 20, 385), station_ink::charcoal);   // gone from half-way

@@ -175,7 +175,7 @@ TEST(ComboLook, DrawsTheFaceNumbersPointerAndTheCodeOpenly) {
     d.level.stage = 1;
     d.level.position = 3;   // pointer at three o'clock
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     const int cx = d.level.centerX;
     const int cy = d.level.centerY;
     EXPECT_EQ(canvas.pixel(cx, cy + 116), station_ink::darkBrass);   // the rim, 112 to 120 out
@@ -201,7 +201,7 @@ TEST(ComboLook, TheStageCountsFromOneAndThePointerMovesWithTheDial) {
     const int cy = d.level.centerY;
     {
         SoftwareCanvas canvas;
-        dial::renderOnBlack(canvas, d.level);
+        renderOnBlack(canvas, d.level);
         expectCodeReads(canvas, "COMBO: 7 - 9 - 8   (stage 1)");
         EXPECT_EQ(canvas.pixel(cx, cy - 50), station_ink::alarmRed);   // on 0: straight up
         EXPECT_EQ(pixelsUnlikeText(canvas, {cx - 10, cy - 110, 20, 18}, station_ink::ink, "0", cx, cy - 98,
@@ -213,7 +213,7 @@ TEST(ComboLook, TheStageCountsFromOneAndThePointerMovesWithTheDial) {
     }
     ASSERT_EQ(d.level.stage, 1);
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectCodeReads(canvas, "COMBO: 7 - 9 - 8   (stage 2)");
     // On 7, seven twelfths of a turn: the pointer down and to the left; the
     // 7 is green (its lower half, clear of the pointer's tip) and the 0 is

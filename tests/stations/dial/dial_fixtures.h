@@ -33,13 +33,6 @@ inline int alongY(int cy, int r, double f) {
     return cy + static_cast<int>(std::sin(2 * kPi * f - kPi / 2) * r);
 }
 
-// The station's own frame on a black canvas with the game's fonts.
-inline void renderOnBlack(SoftwareCanvas& canvas, Level& station) {
-    canvas.useGameFonts();
-    canvas.fill(station_ink::black);
-    station.render(canvas.graphics);
-}
-
 }  // namespace dial
 
 }  // namespace vorn::test

@@ -189,7 +189,7 @@ TEST(DialLook, DrawsRimWellBandNeedleAndHub) {
     d.level.target = 0.6;
     d.level.value = 0.25;   // the needle points at three o'clock
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     const int cx = d.level.centerX;
     const int cy = d.level.centerY;
     EXPECT_EQ(canvas.pixel(cx, cy - 85), station_ink::darkBrass);      // rim at twelve o'clock
@@ -214,7 +214,7 @@ TEST(DialLook, TheNeedleFollowsTheKnobAndTheBandStaysOnTheSeedsTarget) {
     const double target = 0.73928834764449947;
     {
         SoftwareCanvas canvas;
-        dial::renderOnBlack(canvas, d.level);
+        renderOnBlack(canvas, d.level);
         EXPECT_EQ(canvas.pixel(cx, cy - 45), station_ink::alarmRed);   // at zero: straight up
         EXPECT_EQ(canvas.pixel(cx, cy + 45), station_ink::ink);
         EXPECT_EQ(canvas.pixel(dial::alongX(cx, 84, target), dial::alongY(cy, 84, target)),
@@ -226,7 +226,7 @@ TEST(DialLook, TheNeedleFollowsTheKnobAndTheBandStaysOnTheSeedsTarget) {
     d.moveTo(cx - kGrabLeft + 200, cy);   // half a turn
     ASSERT_NEAR(d.level.value, 0.5, 1e-12);
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     EXPECT_EQ(canvas.pixel(cx, cy + 45), station_ink::alarmRed);   // straight down now
     EXPECT_EQ(canvas.pixel(cx, cy - 45), station_ink::ink);
     EXPECT_EQ(canvas.pixel(dial::alongX(cx, 84, target), dial::alongY(cy, 84, target)),

@@ -165,7 +165,7 @@ TEST(ScaleLook, TheReadoutShowsTheWeightPlusTheHiddenOffsetNeverTheWeight) {
     d.level.target = 45;
     d.level.readoutOffset = 17;
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectReadoutSays(canvas, "62 g");
     EXPECT_NE(pixelsUnlikeText(canvas, {kPlayCentreX - 200, kPlayTop + 210, 400, 55}, station_ink::black, "45 g",
                                kPlayCentreX, kPlayTop + 240, TextSize::Large, station_ink::alarmRed, true, true),
@@ -176,7 +176,7 @@ TEST(ScaleLook, DrawsALevelBeamPivotPansAndButtons) {
     Driver<ScaleLevel> d(2024);
     d.level.weight = d.level.target;
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     const int cx = kPlayCentreX;
     // A level beam 8 thick (rows -4..4 about its line), 120 each side.
     EXPECT_EQ(canvas.pixel(cx - 60, kBeamY), station_ink::brass);
@@ -204,7 +204,7 @@ TEST(ScaleLook, AHeavyBeamDipsToTheRight) {
     Driver<ScaleLevel> d(2024);
     d.level.weight = d.level.target + 10;   // tilt 0.2: dx 117, dy 23
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     // The pans hang at (566, 287) and (800, 333) instead of 310 either side.
     EXPECT_EQ(canvas.pixel(kPlayCentreX + 117, kPanY + 23 + 20), station_ink::darkBrass);
     EXPECT_EQ(canvas.pixel(kPlayCentreX - 117, kPanY - 23 - 20), station_ink::darkBrass);
@@ -218,7 +218,7 @@ TEST(ScaleLook, LoadingTheBeamLevelsItAndTheReadoutClimbsByFive) {
     }
     ASSERT_EQ(d.level.weight, 45);
     SoftwareCanvas canvas;
-    dial::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectReadoutSays(canvas, "64 g");   // 45 + 19
     // 27 light: tilt -0.54, so dx = trunc(120 cos 0.54) = 102 and
     // dy = trunc(-120 sin 0.54) = -61: the light right pan rides high at

@@ -35,9 +35,7 @@ struct Picture {
     SoftwareCanvas canvas;
 
     explicit Picture(Level& station) {
-        canvas.useGameFonts();
-        canvas.fill(station_ink::black);
-        station.render(canvas.graphics);
+        renderOnBlack(canvas, station);
     }
 };
 

@@ -207,7 +207,7 @@ TEST(FuseboxLook, ALiveBoxShowsTheBlownFuseAndTheWarning) {
     for (const std::uint32_t seed : {5489u, 1u, 11u, 2u}) {   // blown 2, 0, 1, 3
         Driver<FuseboxLevel> d(seed);
         SoftwareCanvas canvas;
-        panel::renderOnBlack(canvas, d.level);
+        renderOnBlack(canvas, d.level);
         SCOPED_TRACE(seed);
         expectMasterReads(canvas, d.level, station_ink::liveRed, "MASTER: LIVE");
         expectFusesDrawn(canvas, d.level);
@@ -219,12 +219,12 @@ TEST(FuseboxLook, TheMasterShowsLiveThenOffAsItIsThrown) {
     Driver<FuseboxLevel> d(5489);
     {
         SoftwareCanvas canvas;
-        panel::renderOnBlack(canvas, d.level);
+        renderOnBlack(canvas, d.level);
         expectMasterReads(canvas, d.level, station_ink::liveRed, "MASTER: LIVE");
     }
     d.clickCentre(d.level.master);
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectMasterReads(canvas, d.level, station_ink::dimGreen, "MASTER: OFF");
 }
 
@@ -233,14 +233,14 @@ TEST(FuseboxLook, AnOffBoxReadsSafeBeforeAndAfterTheSwap) {
     d.clickCentre(d.level.master);
     {
         SoftwareCanvas canvas;
-        panel::renderOnBlack(canvas, d.level);
+        renderOnBlack(canvas, d.level);
         expectFusesDrawn(canvas, d.level);
         expectStatusReads(canvas, "(safe to swap)", station_ink::softGreen);
     }
     d.clickCentre(d.level.fuses[d.level.blown]);
     ASSERT_TRUE(d.level.replaced);
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectMasterReads(canvas, d.level, station_ink::dimGreen, "MASTER: OFF");
     expectFusesDrawn(canvas, d.level);
     expectStatusReads(canvas, "(safe to swap)", station_ink::softGreen);

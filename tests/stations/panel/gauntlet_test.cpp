@@ -203,7 +203,7 @@ struct StageLook {
 
 void expectStageDrawn(GauntletLevel& level, const StageLook& look) {
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, level);
+    renderOnBlack(canvas, level);
     SCOPED_TRACE(look.orders);
     const Rect& s = level.switchRect;
     EXPECT_EQ(canvas.pixel(s.x + 3, midY(s)), look.switchPlate);

@@ -23,13 +23,6 @@ constexpr Color halfOrange = rgb(127, 85, 23);
 
 namespace panel {
 
-// The station's own frame on a black canvas with the game's fonts.
-inline void renderOnBlack(SoftwareCanvas& canvas, Level& station) {
-    canvas.useGameFonts();
-    canvas.fill(station_ink::black);
-    station.render(canvas.graphics);
-}
-
 // How many pixels of `box` are not colour c.
 inline int pixelsOtherThan(const SoftwareCanvas& canvas, const Rect& box, Color c) {
     int other = 0;

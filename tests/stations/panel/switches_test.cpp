@@ -193,7 +193,7 @@ int pixelsBesideThePlates(const SoftwareCanvas& canvas, const SwitchesLevel& lev
 TEST(SwitchesLook, TheRowIsDrawnAsDealtWithNoWordsOfItsOwn) {
     Driver<SwitchesLevel> d(5489);
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     for (int i = 0; i < 6; ++i) {
         expectLeverDrawn(canvas, d.level.rects[i], kDealt5489[i], i);
     }
@@ -206,7 +206,7 @@ TEST(SwitchesLook, AFlippedLeverIsRedrawnInItsNewPlace) {
     d.clickCentre(d.level.rects[3]);   // up to down
     d.clickCentre(d.level.rects[4]);   // down to up
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     const bool now[6] = {true, false, true, false, true, true};
     for (int i = 0; i < 6; ++i) {
         expectLeverDrawn(canvas, d.level.rects[i], now[i], i);

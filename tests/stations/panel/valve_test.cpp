@@ -207,7 +207,7 @@ void expectWheelDrawn(const SoftwareCanvas& canvas, const ValveLevel& v) {
 TEST(ValveLook, TheGaugeWheelAndWordsAtTheStart) {
     Driver<ValveLevel> d;
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectGaugeDrawn(canvas, 16);   // 0.15 x 110 = 16.5, truncated
     expectWheelDrawn(canvas, d.level);
 }
@@ -218,7 +218,7 @@ TEST(ValveLook, ADragLeftRaisesTheLevelAndTurnsTheSpokesBack) {
     d.moveTo(d.level.cx - 40, d.level.cy);   // 100 px left: fill 0.31, angle -60
     ASSERT_NEAR(d.level.angle, -60.0, 1e-9);
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectGaugeDrawn(canvas, 34);   // 0.31 x 110 = 34.1
     expectWheelDrawn(canvas, d.level);
     // Where a spoke stood at the start there is only the dark well now.
@@ -230,7 +230,7 @@ TEST(ValveLook, ADryGaugeShowsNoLevelAtAll) {
     d.press(d.level.cx, d.level.cy);
     d.moveTo(d.level.cx + 100, d.level.cy);   // 100 px right: empty, angle 60
     SoftwareCanvas canvas;
-    panel::renderOnBlack(canvas, d.level);
+    renderOnBlack(canvas, d.level);
     expectGaugeDrawn(canvas, 0);
     expectWheelDrawn(canvas, d.level);
 }

@@ -51,9 +51,7 @@ inline Rect plateReach(const Rect& r) { return Rect{r.x, r.y, r.w + 1, r.h + 1};
 // A station drawn once on black, with the game's fonts.
 struct Shot {
     explicit Shot(Level& station) {
-        canvas.useGameFonts();
-        canvas.fill(station_ink::black);
-        station.render(canvas.graphics);
+        renderOnBlack(canvas, station);
     }
     Color at(int x, int y) const { return canvas.pixel(x, y); }
     // Pixels of `region` unlike the text alone drawn over `background`: 0

@@ -39,9 +39,7 @@ constexpr Color zoneGreen = rgb(21, 67, 41);          // the orbit's catching zo
 // on a black canvas.
 struct Picture {
     explicit Picture(Level& station) {
-        canvas.useGameFonts();
-        canvas.fill(station_ink::black);
-        station.render(canvas.graphics);
+        renderOnBlack(canvas, station);
     }
     Color at(int x, int y) const { return canvas.pixel(x, y); }
 
