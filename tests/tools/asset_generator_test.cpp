@@ -1,5 +1,6 @@
 #include "audio/audio_system.h"
 #include "support/temp_dir.h"
+#include "support/open_mixer.h"
 #include "support/test_platform.h"
 
 #include <SDL.h>
@@ -28,19 +29,7 @@ namespace fs = std::filesystem;
 
 const fs::path kGameDir = fs::u8path(VORN_GAME_DIR);
 
-class GeneratedAssetsAudio : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_EQ(SDL_Init(SDL_INIT_AUDIO), 0) << SDL_GetError();
-        ASSERT_EQ(Mix_OpenAudio(44100, AUDIO_S16LSB, 2, 2048), 0) << SDL_GetError();
-    }
-    void TearDown() override {
-        Mix_CloseAudio();
-        SDL_Quit();
-    }
-
-    test::ScopedEnvironment driver{"SDL_AUDIODRIVER", "dummy"};
-};
+class GeneratedAssetsAudio : public test::OpenMixerTest {};
 
 // Seconds of a chunk as the mixer holds it: 44.1 kHz, 16-bit stereo.
 double chunkSeconds(const Mix_Chunk* chunk) { return chunk->alen / (44100.0 * 4.0); }

@@ -1,3 +1,4 @@
+#include "support/open_mixer.h"
 #include "support/test_platform.h"
 
 #include <SDL.h>
@@ -49,17 +50,8 @@ struct Decoded {
     std::vector<float> right;
 };
 
-class ShippedMusic : public ::testing::Test {
+class ShippedMusic : public test::OpenMixerTest {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(SDL_Init(SDL_INIT_AUDIO), 0) << SDL_GetError();
-        ASSERT_EQ(Mix_OpenAudio(44100, AUDIO_S16LSB, 2, 2048), 0) << SDL_GetError();
-    }
-    void TearDown() override {
-        Mix_CloseAudio();
-        SDL_Quit();
-    }
-
     static Decoded decode(const char* file) {
         Decoded out;
         Mix_Chunk* chunk = Mix_LoadWAV((kMusic / file).u8string().c_str());
@@ -78,8 +70,6 @@ protected:
         Mix_FreeChunk(chunk);
         return out;
     }
-
-    test::ScopedEnvironment driver{"SDL_AUDIODRIVER", "dummy"};
 };
 
 // ---- loudness as ITU-R BS.1770-4 defines it -------------------------------
