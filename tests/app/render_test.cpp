@@ -255,8 +255,7 @@ TEST_F(Title, WithoutACardFiveRowsReadTheDifficultiesAndQuitWithOnlyVornInRed) {
     EXPECT_TRUE(rowReads(3, "NEW: VORN", screen_ink::alarmRed, false));
     EXPECT_TRUE(rowReads(4, "QUIT", screen_ink::terminalGreen, false));
     // No sixth row: the glass below QUIT is empty down to the footer.
-    EXPECT_TRUE(showsDrawing(shot.canvas, {300, 582, 766, 36},
-                             [](Graphics& g) { g.clear(screen_ink::greenScreen); }));
+    EXPECT_TRUE(showsOnly(shot.canvas, {300, 582, 766, 36}, screen_ink::greenScreen));
 }
 
 TEST_F(Title, ACardPutsContinueFirstAndMovesTheVornLabelDown) {

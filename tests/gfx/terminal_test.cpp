@@ -217,25 +217,15 @@ TEST_F(Monitor, KnobsLampBadgeAndPlateSitOnTheChin) {
 TEST_F(Monitor, MakersPlateReadsVornCoMkIv) {
     canvas.useGameFonts();
     drawTerminal(g, art, screen_ink::greenScreen);
-    // The plate's row of the chin holds only the nested faces, from the
-    // outermost (232, 226, 208) at t = 0 to the innermost at t = 0.9, and the
-    // plate's lettering on them.
-    EXPECT_TRUE(showsDrawing(
-        canvas, {560, 705, 246, 25},
-        [](Graphics& paint) {
-            for (int i = 0; i < 10; ++i) {
-                const double t = i / 10.0;
-                paint.roundRect({189 + static_cast<int>(46 * t), 28 + static_cast<int>(40 * t),
-                                 988 - static_cast<int>(92 * t), 712 - static_cast<int>(80 * t)},
-                                26 - static_cast<int>(12 * t),
-                                rgb(static_cast<int>(232 - 112 * t), static_cast<int>(226 - 112 * t),
-                                    static_cast<int>(208 - 110 * t)),
-                                true);
-            }
-            paint.text("VORN CO. Mk.IV", kCanvasCentreX, 720, TextSize::Small, screen_ink::plateInk, true,
-                       true);
-        },
-        Seen::direct));
+    // Across the middle of the chin, the only pixels in the plate's ink are
+    // its lettering, in small type centred on the canvas at the chin's y 720.
+    EXPECT_TRUE(showsInkOf(canvas, {560, 705, 246, 25},
+                           {"VORN CO. Mk.IV", kCanvasCentreX, 720, TextSize::Small, screen_ink::plateInk,
+                            true, true}));
+    // One letter off is seen.
+    EXPECT_FALSE(showsInkOf(canvas, {560, 705, 246, 25},
+                            {"VORN CO. Mk.V", kCanvasCentreX, 720, TextSize::Small, screen_ink::plateInk,
+                             true, true}));
 }
 
 TEST(FlatMonitor, WithoutTexturesCasingIsFlatBeigeAndGlassIsARoundedFlatScreenColour) {

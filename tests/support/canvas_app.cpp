@@ -161,16 +161,49 @@ namespace {
     return samePixels(canvas, scratch, area, said);
 }
 
-::testing::AssertionResult showsDrawing(const SoftwareCanvas& canvas, const Rect& area,
-                                        const std::function<void(Graphics&)>& paint, Seen seen) {
+::testing::AssertionResult showsInkOf(const SoftwareCanvas& canvas, const Rect& area,
+                                      const TextCall& call) {
+    // The scratch ground is the ink's complement, so no pixel of it, nor any
+    // blend of a glyph's edge into it, is taken for the ink itself.
     SoftwareCanvas scratch;
     scratch.useGameFonts();
-    scratch.fill(rgb(0, 0, 0));
-    paint(scratch.graphics);
+    scratch.fill(opaque(~call.c));
+    if (scratch.graphics.text(call.s, call.x, call.y, call.size, call.c, call.centreX, call.centreY) ==
+        0) {
+        return ::testing::AssertionFailure() << "\"" << call.s << "\" draws nothing on its own";
+    }
+    int solid = 0;
+    int differing = 0;
+    int firstX = -1;
+    int firstY = -1;
+    for (int y = area.y; y < area.y + area.h; ++y) {
+        for (int x = area.x; x < area.x + area.w; ++x) {
+            const bool expected = scratch.pixel(x, y) == call.c;
+            solid += expected ? 1 : 0;
+            if ((canvas.pixel(x, y) == call.c) != expected && differing++ == 0) {
+                firstX = x;
+                firstY = y;
+            }
+        }
+    }
+    if (solid == 0) {
+        return ::testing::AssertionFailure() << "\"" << call.s << "\" has no solid pixel in the area";
+    }
+    if (differing > 0) {
+        return ::testing::AssertionFailure()
+               << "\"" << call.s << "\": " << differing << " of the area's pixels disagree on its ink, the first at ("
+               << firstX << ", " << firstY << ") showing " << std::hex << canvas.pixel(firstX, firstY);
+    }
+    return ::testing::AssertionSuccess();
+}
+
+::testing::AssertionResult showsOnly(const SoftwareCanvas& canvas, const Rect& area, Color c, Seen seen) {
+    SoftwareCanvas scratch;
+    scratch.fill(c);
     if (seen == Seen::throughGlass) {
         scratch.graphics.monitorOverlay();
     }
-    return samePixels(canvas, scratch, area, "the drawing");
+    return samePixels(canvas, scratch, area, "the empty area");
 }
 
 ::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const Rect& area,

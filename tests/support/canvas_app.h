@@ -101,12 +101,17 @@ struct TextCall {
                                       const std::vector<TextCall>& calls, Color background,
                                       Seen seen = Seen::throughGlass);
 
-// The same where the text does not stand on a flat colour (the maker's plate
-// across the chin's shaded faces, the clock's digits on its rings): `paint`
-// draws the whole expected picture, with the shipped fonts, on a scratch
-// canvas cleared to black, and every pixel of the area must match it.
-::testing::AssertionResult showsDrawing(const SoftwareCanvas& canvas, const Rect& area,
-                                        const std::function<void(Graphics&)>& paint,
-                                        Seen seen = Seen::throughGlass);
+// Where text stands on a shaded ground rather than a flat colour (the maker's
+// plate across the chin's faces): the pixels of the area in exactly the
+// call's colour must be exactly the solid pixels of the call drawn alone. A
+// different word, size or position fails, and so does anything else in that
+// colour inside the area; what the ground looks like is left to other checks.
+::testing::AssertionResult showsInkOf(const SoftwareCanvas& canvas, const Rect& area,
+                                      const TextCall& call);
+
+// Whether every pixel of the area shows the one colour c: an empty stretch of
+// glass or wall.
+::testing::AssertionResult showsOnly(const SoftwareCanvas& canvas, const Rect& area, Color c,
+                                     Seen seen = Seen::throughGlass);
 
 }  // namespace vorn::test
