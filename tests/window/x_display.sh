@@ -2,8 +2,9 @@
 # server of its own, and the colour of a screen pixel.
 
 # Starts Xvfb with a screen of the given size (default 1366x768, the game's
-# canvas; any other size shows it scaled and letter-boxed) on a display number of its own choosing, exports
-# DISPLAY and sets xvfb_pid (the caller kills it when done). The server picks
+# canvas; any other size shows it scaled and letter-boxed) on a display
+# number of its own choosing, exports DISPLAY and sets xvfb_pid (the caller
+# kills it when done). The server picks
 # the number and writes it to a pipe (-displayfd), so tests started at the
 # same moment never pick the same free number and then kill each other's
 # server. -noreset keeps the server up between clients: by default an X
