@@ -44,12 +44,4 @@ inline int smallWordsUnlike(const SoftwareCanvas& canvas, const Rect& region, co
                             centred, false);
 }
 
-// A station's own line of orders (playAreaNoteUnlike) over the band from
-// `top` (below anything else the station draws) to 40 pixels under the play
-// area.
-inline int ordersUnlike(const SoftwareCanvas& canvas, const char* words, int fromBottom, int top) {
-    return playAreaNoteUnlike(canvas, Rect{kPlayLeft, top, kPlayArea.w, kPlayBottom + 40 - top}, words,
-                              fromBottom);
-}
-
 }  // namespace vorn::test

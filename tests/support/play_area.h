@@ -20,4 +20,7 @@ constexpr int kPlayCentreY = kPlayArea.y + kPlayArea.h / 2;      // 405
 
 static_assert(kPlayCentreX == kCanvasCentreX, "the play area sits in the middle of the canvas");
 
+// The play area's full width from row `top` down to (not including) `bottom`.
+constexpr Rect playAreaRows(int top, int bottom) { return Rect{kPlayLeft, top, kPlayArea.w, bottom - top}; }
+
 }  // namespace vorn::test

@@ -5,6 +5,7 @@
 // different string, size, colour or position shows up as differing pixels.
 
 #include "gfx/graphics.h"
+#include "support/play_area.h"
 #include "support/software_canvas.h"
 #include "support/station_ink.h"
 
@@ -17,6 +18,11 @@ namespace vorn::test {
 int pixelsUnlikeText(const SoftwareCanvas& canvas, const Rect& region, Color background,
                      const char* text, int x, int y, TextSize size, Color color, bool centerX,
                      bool centerY);
+
+// Where a station's note stands when nothing else is drawn near the foot of
+// the play area: its last 24 rows and the 6 under it, which the tails of
+// letters like Q and J reach.
+constexpr Rect kPlayAreaNoteBand = playAreaRows(kPlayBottom - 24, kPlayBottom + 6);
 
 // A station's own note at the foot of its play area, the one line every
 // station shows in the same way: `words` in small type and the note colour,

@@ -55,19 +55,6 @@ struct Canvas : SoftwareCanvas {
     }
 };
 
-// The band at the foot of the play area that holds a station's line of
-// orders, the words centred across it with their top 16 px above the foot;
-// their tails reach a row past the foot.
-constexpr Rect kOrdersBand{kPlayLeft, kPlayBottom - 24, kPlayArea.w, 28};
-
-// How many pixels of the orders band (or a stretch of it on one background)
-// differ from the given words in small amber type, centred across the play
-// area 16 px above its foot.
-inline int ordersUnlike(const SoftwareCanvas& canvas, const char* words,
-                        Color background = station_ink::black, Rect band = kOrdersBand) {
-    return playAreaNoteUnlike(canvas, band, words, 16, background);
-}
-
 // How many pixels outside the given boxes are not the background: anything
 // a station drew where it has nothing to show.
 inline int strayPixels(const SoftwareCanvas& canvas, Color background, std::initializer_list<Rect> shown) {

@@ -268,8 +268,9 @@ TEST(DecoyLook, ItWarmsFromRedTowardOrangeAndTurnsGreenWhenCalm) {
                                    station_ink::ink, true, true),
                   0)
             << look.calm;
-        EXPECT_EQ(ordersUnlike(canvas, "APPROACH SLOWLY \xE2\x80\x94 IT FLEES THE HASTY"), 0);
-        EXPECT_EQ(strayPixels(canvas, station_ink::black, {discBox(500, 300, 34), kOrdersBand}), 0)
+        EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand,
+                                     "APPROACH SLOWLY \xE2\x80\x94 IT FLEES THE HASTY"), 0);
+        EXPECT_EQ(strayPixels(canvas, station_ink::black, {discBox(500, 300, 34), kPlayAreaNoteBand}), 0)
             << look.calm;
     }
 }

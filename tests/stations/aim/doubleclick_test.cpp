@@ -232,12 +232,13 @@ TEST(DoubleClickLook, TheLitDeskIsBrightBrassWithItsX2) {
                                    c.x + 60, c.y + 55, TextSize::Large, station_ink::ink, true, true),
                   0)
             << lit;
-        EXPECT_EQ(ordersUnlike(canvas, "DOUBLE-CLICK THE LIT CELL \xE2\x80\x94 FAST"), 0);
+        EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand,
+                                     "DOUBLE-CLICK THE LIT CELL \xE2\x80\x94 FAST"), 0);
         const Rect* desks = d.level.cells;
         EXPECT_EQ(strayPixels(canvas, station_ink::black,
                               {roundedBox(desks[0]), roundedBox(desks[1]), roundedBox(desks[2]), roundedBox(desks[3]),
                                roundedBox(desks[4]), roundedBox(desks[5]), roundedBox(desks[6]), roundedBox(desks[7]),
-                               kOrdersBand}),
+                               kPlayAreaNoteBand}),
                   0)
             << lit;
     }

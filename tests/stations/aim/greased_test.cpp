@@ -181,7 +181,7 @@ TEST(GreasedStation, ItNeverFires) {
 int strayAround(const Canvas& canvas, const GreasedLevel& level, int markX, int knobX) {
     return strayPixels(canvas, station_ink::black,
                        {roundedBox(level.track), Rect{markX, level.track.y - 10, 8, 44}, discBox(knobX, kPlayCentreY, 16),
-                        Rect{knobX - 30, level.track.y - 30, 60, 6}, kOrdersBand});
+                        Rect{knobX - 30, level.track.y - 30, 60, 6}, kPlayAreaNoteBand});
 }
 
 TEST(GreasedLook, TrackMarkAndRedKnobBeforeTheDwell) {
@@ -207,7 +207,8 @@ TEST(GreasedLook, TrackMarkAndRedKnobBeforeTheDwell) {
     EXPECT_EQ(canvas.pixel(kPlayCentreX, kPlayCentreY - 15), station_ink::alarmRed);
     EXPECT_EQ(canvas.pixel(kPlayCentreX, kPlayCentreY - 18), station_ink::black);
     EXPECT_EQ(canvas.pixel(kPlayCentreX - 20, t.y - 28), station_ink::black);
-    EXPECT_EQ(ordersUnlike(canvas, "DRAG TO THE MARK AND HOLD \xE2\x80\x94 IT'S GREASED"), 0);
+    EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand,
+                                 "DRAG TO THE MARK AND HOLD \xE2\x80\x94 IT'S GREASED"), 0);
     EXPECT_EQ(strayAround(canvas, d.level, 917, kPlayCentreX), 0);
 }
 
@@ -228,7 +229,8 @@ TEST(GreasedLook, WithDwellTheKnobIsGreenUnderAGrowingBar) {
     EXPECT_EQ(canvas.pixel(knobX - 31, t.y - 28), station_ink::black);
     EXPECT_EQ(canvas.pixel(knobX - 15, t.y - 31), station_ink::black);
     EXPECT_EQ(canvas.pixel(knobX - 15, t.y - 24), station_ink::black);
-    EXPECT_EQ(ordersUnlike(canvas, "DRAG TO THE MARK AND HOLD \xE2\x80\x94 IT'S GREASED"), 0);
+    EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand,
+                                 "DRAG TO THE MARK AND HOLD \xE2\x80\x94 IT'S GREASED"), 0);
     EXPECT_EQ(strayAround(canvas, d.level, 917, knobX), 0);
 }
 

@@ -149,8 +149,8 @@ TEST(HotColdLook, TheGlowWarmsAndTheWordFollowsTheHeat) {
                   0)
             << look.heat;
         // The orders on the glow; the tails that reach past the play area sit on the glass.
-        EXPECT_EQ(ordersUnlike(canvas, "FIND THE HIDDEN SPOT BY THE GLOW", onGlow,
-                               Rect{kPlayLeft, kPlayBottom - 24, kPlayArea.w, 24}),
+        EXPECT_EQ(playAreaNoteUnlike(canvas, playAreaRows(kPlayBottom - 24, kPlayBottom),
+                                     "FIND THE HIDDEN SPOT BY THE GLOW", 16, onGlow),
                   0)
             << look.heat;
         // The glass shows through outside the play area.
@@ -163,7 +163,7 @@ TEST(HotColdLook, TheGlowWarmsAndTheWordFollowsTheHeat) {
                               {Rect{0, 0, kCanvasWidth, kPlayTop}, Rect{0, 0, kPlayLeft, kCanvasHeight},
                                Rect{kPlayRight, 0, kCanvasWidth - kPlayRight, kCanvasHeight},
                                Rect{0, kPlayBottom, kCanvasWidth, kCanvasHeight - kPlayBottom},
-                               Rect{kPlayLeft, kPlayTop + 10, kPlayArea.w, 60}, kOrdersBand}),
+                               Rect{kPlayLeft, kPlayTop + 10, kPlayArea.w, 60}, kPlayAreaNoteBand}),
                   0)
             << look.heat;
     }

@@ -133,8 +133,9 @@ TEST(PrecisionLook, ARingAroundATinyGreenDot) {
     EXPECT_EQ(canvas.pixel(500 + 43, 300), aim_ink::ringInner);
     EXPECT_EQ(canvas.pixel(500 + 42, 300), station_ink::black);
     EXPECT_EQ(canvas.pixel(500 + 46, 300), station_ink::black);
-    EXPECT_EQ(ordersUnlike(canvas, "HIT THE TINY GREEN DOT \xE2\x80\x94 NOT THE RING"), 0);
-    EXPECT_EQ(strayPixels(canvas, station_ink::black, {discBox(500, 300, 44), kOrdersBand}), 0);
+    EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand,
+                                 "HIT THE TINY GREEN DOT \xE2\x80\x94 NOT THE RING"), 0);
+    EXPECT_EQ(strayPixels(canvas, station_ink::black, {discBox(500, 300, 44), kPlayAreaNoteBand}), 0);
 }
 
 // ---------------------------------------------------------------------------

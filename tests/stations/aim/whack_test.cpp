@@ -340,9 +340,10 @@ TEST(WhackLook, PopUpsAreTwoToneDiscsUnderTheTally) {
     EXPECT_EQ(canvas.pixel(kRightX - 27, kRowY + 50), aim_ink::redRim);
     EXPECT_EQ(canvas.pixel(kRightX, kRowY + 50 + 32), station_ink::black);
     EXPECT_EQ(tallyUnlike(canvas, "GREEN 2/6   strikes 1/3"), 0);
-    EXPECT_EQ(ordersUnlike(canvas, "HIT GREEN, NEVER RED"), 0);
+    EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand, "HIT GREEN, NEVER RED"), 0);
     EXPECT_EQ(strayPixels(canvas, station_ink::black,
-                          {discBox(kLeftX, kRowY, 30), discBox(kRightX, kRowY + 50, 30), kTallyBand, kOrdersBand}),
+                          {discBox(kLeftX, kRowY, 30), discBox(kRightX, kRowY + 50, 30), kTallyBand,
+                           kPlayAreaNoteBand}),
               0);
 }
 
@@ -351,8 +352,8 @@ TEST(WhackLook, AnEmptyBoardShowsOnlyTheTallyAndTheOrders) {
     Canvas canvas;
     d.level.render(canvas.graphics);
     EXPECT_EQ(tallyUnlike(canvas, "GREEN 0/8   strikes 0/3"), 0);
-    EXPECT_EQ(ordersUnlike(canvas, "HIT GREEN, NEVER RED"), 0);
-    EXPECT_EQ(strayPixels(canvas, station_ink::black, {kTallyBand, kOrdersBand}), 0);
+    EXPECT_EQ(playAreaNoteUnlike(canvas, kPlayAreaNoteBand, "HIT GREEN, NEVER RED"), 0);
+    EXPECT_EQ(strayPixels(canvas, station_ink::black, {kTallyBand, kPlayAreaNoteBand}), 0);
 }
 
 TEST(WhackLook, TheTallyCountsSwatsAgainstTheGoalAndStrikesAgainstThree) {

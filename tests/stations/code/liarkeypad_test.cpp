@@ -183,9 +183,8 @@ TEST_F(LiarKeypadStation, TheDotsCountTheDigitsIn) {
 
 TEST_F(LiarKeypadStation, TheLineOfOrdersSaysTheKeysLie) {
     StationPicture p(pad);
-    EXPECT_EQ(ordersUnlike(p, "THE KEYS LIE \xE2\x80\x94 EACH TYPES ONE MORE THAN IT SHOWS", 16,
-                           pad.keys[9].y + pad.keys[9].h + 1),
-              0);
+    EXPECT_EQ(playAreaNoteUnlike(p, playAreaRows(pad.keys[9].y + pad.keys[9].h + 1, kPlayBottom + 40),
+                                 "THE KEYS LIE \xE2\x80\x94 EACH TYPES ONE MORE THAN IT SHOWS", 16), 0);
 }
 
 TEST_F(LiarKeypadStation, TheAutomaticPlayerClearsItOnEveryDifficulty) {

@@ -250,7 +250,8 @@ TEST(LightsOutStation, EachLampShowsLitOrDarkInItsOwnCell) {
     // The bottom row of cells reaches 606 - 190 = 416 into the play area and
     // the line of orders starts 16 above its foot, at 604: the words are
     // compared below the cells.
-    EXPECT_EQ(ordersUnlike(p, kOrders, 16, d.level.cells[8].y + 110 + 1), 0);
+    EXPECT_EQ(playAreaNoteUnlike(p, playAreaRows(d.level.cells[8].y + 110 + 1, kPlayBottom + 40),
+                                 kOrders, 16), 0);
 }
 
 TEST(LightsOutStation, EveryPressClicksAndThePanelNeverFires) {

@@ -270,7 +270,8 @@ TEST_F(MazeStation, EveryTileShowsWallOrPathAsDealt) {
             EXPECT_EQ(at(35, 68), station_ink::black) << "tile " << r << "," << c;
         }
     }
-    EXPECT_EQ(ordersUnlike(p, "FOLLOW THE DARK PATH", 18, m.originY + 5 * 70 + 5), 0);
+    EXPECT_EQ(playAreaNoteUnlike(p, playAreaRows(m.originY + 5 * 70 + 5, kPlayBottom + 40),
+                                 "FOLLOW THE DARK PATH", 18), 0);
 }
 
 // The player: a red disc of radius 22 ((70 - 4) / 3) on the middle of the

@@ -211,9 +211,8 @@ TEST(PipesStation, EachTileShowsItsSegmentLevelOrUpright) {
     EXPECT_EQ(smallWordsUnlike(picture, rightOfBoard, "OUT", boardRight + 4, rowTop,
                                station_ink::terminalGreen, false),
               0);
-    EXPECT_EQ(ordersUnlike(picture, "ONE SEGMENT IS LOCKED - ROUTE AROUND IT", 16,
-                           p.originY + 3 * p.cell + 5),
-              0);
+    EXPECT_EQ(playAreaNoteUnlike(picture, playAreaRows(p.originY + 3 * p.cell + 5, kPlayBottom + 40),
+                                 "ONE SEGMENT IS LOCKED - ROUTE AROUND IT", 16), 0);
 }
 
 TEST(PipesStation, SolvedEverySegmentTurnsGreen) {

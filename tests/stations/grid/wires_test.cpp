@@ -291,7 +291,8 @@ TEST_F(WiresStation, AConnectedWireRunsGreenFromPlugToSocket) {
         EXPECT_EQ(p.at(kPlayCentreX, y - 3), station_ink::black) << "wire " << i;
         EXPECT_EQ(p.at(kPlayCentreX, y + 3), station_ink::black) << "wire " << i;
     }
-    EXPECT_EQ(ordersUnlike(p, "MATCH BY POSITION", 20, w.leftPlugs[3].y + 37), 0);
+    EXPECT_EQ(playAreaNoteUnlike(p, playAreaRows(w.leftPlugs[3].y + 37, kPlayBottom + 40),
+                                 "MATCH BY POSITION", 20), 0);
 }
 
 // Each label word on its own, exactly: small and cream, 44 left of a plug

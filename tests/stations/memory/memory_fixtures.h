@@ -70,19 +70,6 @@ inline ::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const 
     return ::testing::AssertionSuccess();
 }
 
-// The station's own note along the foot of the play area: small, amber,
-// centred across it with its top 16 px above the bottom edge, alone in the
-// last 24 px of the area and the 6 px below it.
-inline ::testing::AssertionResult showsInstruction(const SoftwareCanvas& canvas, const char* text) {
-    const Rect band{kPlayLeft, kPlayBottom - 24, kPlayArea.w, 30};
-    const int unlike = playAreaNoteUnlike(canvas, band, text);
-    if (unlike == 0 && inkIn(canvas, band, station_ink::black) > 0) {
-        return ::testing::AssertionSuccess();
-    }
-    return ::testing::AssertionFailure() << unlike << " pixels differ from the note \"" << text
-                                         << "\" (-1: no font)";
-}
-
 // Idle frames until the station's show is over (Simon, the site walk and the
 // telegraph all show first and ignore the mouse meanwhile). Twenty seconds is
 // far more than any of their shows lasts.

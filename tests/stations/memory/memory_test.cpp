@@ -360,7 +360,9 @@ TEST(MemoryStation, ARevealedCardShowsItsPairValuePlusOne) {
     // A matched card is blank green.
     const Rect& gone = d.level.cards[whereIs(d.level, 4)];
     EXPECT_EQ(memory::inkIn(shot.canvas, cardFace(gone), ink::deepGreen), 0);
-    EXPECT_TRUE(memory::showsInstruction(shot.canvas, "PAIRS RESHUFFLE AFTER THE FIRST FLIP"));
+    EXPECT_EQ(test::playAreaNoteUnlike(shot.canvas, test::kPlayAreaNoteBand,
+                                           "PAIRS RESHUFFLE AFTER THE FIRST FLIP"),
+              0);
 }
 
 TEST(MemoryStation, TheBigCabinetsLastPairReadsSix) {

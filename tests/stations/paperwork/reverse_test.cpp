@@ -233,7 +233,8 @@ TEST(ReverseStation, TheNoteAtTheFootSaysTheControlsAreInverted) {
     Driver<ReverseLevel> d;
     const Shot shot(d.level);
     const int underButtons = d.level.leftButton.y + d.level.leftButton.h + 1;
-    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, Rect{kPlayLeft, underButtons, kPlayArea.w, kPlayBottom - underButtons}, "CONTROLS ARE INVERTED"),
+    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, playAreaRows(underButtons, kPlayBottom),
+                                 "CONTROLS ARE INVERTED"),
               0);
 }
 

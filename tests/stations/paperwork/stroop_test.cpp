@@ -188,7 +188,7 @@ TEST(StroopStation, TheNoteAtTheFootSaysMeaningNotInk) {
     Driver<StroopLevel> d;
     const Shot shot(d.level);
     const int underSwatches = kPlayCentreY + 110 + 1;
-    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, Rect{kPlayLeft, underSwatches, kPlayArea.w, kPlayBottom - underSwatches}, "MEANING, NOT INK"),
+    EXPECT_EQ(playAreaNoteUnlike(shot.canvas, playAreaRows(underSwatches, kPlayBottom), "MEANING, NOT INK"),
               0);
 }
 
