@@ -7,6 +7,7 @@
 #include "app/application.h"
 #include "data/level_catalogue.h"
 #include "stations/timing_stations.h"
+#include "support/play_area.h"
 #include "support/software_canvas.h"
 
 #include <SDL_ttf.h>
@@ -311,7 +312,7 @@ TEST(Letterbox, AClickInTheLetterBoxReachesNoButton) {
         const Letterbox box(size.w, size.h);
         // The middle of the bar above (16:10) or to the left (ultra-wide),
         // level with the first menu row's label or straight above it.
-        const int x = box.left >= 2.0 ? static_cast<int>(box.left / 2) : box.x(683);
+        const int x = box.left >= 2.0 ? static_cast<int>(box.left / 2) : box.x(kCanvasCentreX);
         const int y = box.top >= 2.0 ? static_cast<int>(box.top / 2) : box.y(369);
         EXPECT_EQ(shot.pixel(x, y), rgb(0, 0, 0)) << size.w << "x" << size.h;
         shot.clickAtOutput(x, y);

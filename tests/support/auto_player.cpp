@@ -1,6 +1,7 @@
 #include "support/auto_player.h"
 
 #include "app/difficulty.h"
+#include "support/play_area.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,7 +11,7 @@ namespace vorn::test {
 namespace {
 
 // The title's rows: x 533..833, y 350 + 46 i .. 388 + 46 i; aim at the middle.
-Intent menuRowCentre(int i, bool down) { return Intent{683, 369 + 46 * i, down}; }
+Intent menuRowCentre(int i, bool down) { return Intent{kCanvasCentreX, 369 + 46 * i, down}; }
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 // real SDL events.
 
 #include "stations/level.h"
+#include "support/play_area.h"
 
 #include <SDL.h>
 
@@ -19,16 +20,16 @@ namespace vorn::test {
 
 // What the player's hand is doing right now, as the solver sees it.
 struct Hand {
-    int x = 683;
-    int y = 384;
+    int x = kCanvasCentreX;
+    int y = kCanvasCentreY;
     bool down = false;
 };
 
 // What the solver wants: the pointer at (x, y), the button held or not. A
 // click is a down intent followed, on a later frame, by an up intent.
 struct Intent {
-    int x = 683;
-    int y = 384;
+    int x = kCanvasCentreX;
+    int y = kCanvasCentreY;
     bool down = false;
 };
 
@@ -79,8 +80,8 @@ private:
     Intent current{};
     bool haveCurrent = false;
     double lastRelease = -1.0;
-    double exactX = 683.0;
-    double exactY = 384.0;
+    double exactX = kCanvasCentreX;
+    double exactY = kCanvasCentreY;
 };
 
 // Real SDL events with window ID 0, so coordinates arrive as canvas pixels.

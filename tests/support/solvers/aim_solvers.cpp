@@ -6,6 +6,7 @@
 // the order given now is carried out.
 
 #include "stations/aim_stations.h"
+#include "support/play_area.h"
 #include "support/solvers/family_solvers.h"
 
 #include <algorithm>
@@ -198,7 +199,7 @@ private:
     }
 
     HandForecast hands;
-    Intent aim{683, 405, false};
+    Intent aim{kPlayCentreX, kPlayCentreY, false};
     int framesSinceDown = 100;
     bool wasActive[6]{};
     int lastX[6]{};

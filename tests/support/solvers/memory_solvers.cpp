@@ -6,6 +6,7 @@
 // where the next click goes does not wait to see the last one register.
 
 #include "stations/memory_stations.h"
+#include "support/play_area.h"
 #include "support/solvers/family_solvers.h"
 
 #include <algorithm>
@@ -93,8 +94,8 @@ public:
 
     Phase phase = Phase::idle;
     bool pressedNow = false;
-    int tx = 683;
-    int ty = 384;
+    int tx = kCanvasCentreX;
+    int ty = kCanvasCentreY;
 
 private:
     struct Point {

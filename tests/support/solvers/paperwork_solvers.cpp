@@ -1,4 +1,5 @@
 #include "stations/paperwork_stations.h"
+#include "support/play_area.h"
 #include "support/solvers/family_solvers.h"
 
 #include <cmath>
@@ -9,7 +10,7 @@ namespace {
 
 // Where the hand waits when there is nothing to click yet: the middle of the
 // text, away from the agree button.
-constexpr int kRestX = 683;
+constexpr int kRestX = kPlayCentreX;
 constexpr int kRestY = 300;
 
 // The agreement: ignore I AGREE, find the green line and click it while it
