@@ -146,6 +146,16 @@ LevelResult StationDriver::click(int x, int y) {
 
 LevelResult StationDriver::clickCentre(const Rect& r) { return click(r.x + r.w / 2, r.y + r.h / 2); }
 
+std::string StationDriver::clicksNoticed(std::initializer_list<std::pair<int, int>> spots) {
+    for (const auto& [x, y] : spots) {
+        const std::size_t before = sounds.size();
+        if (click(x, y) != LevelResult::Running || sounds.size() != before) {
+            return std::to_string(x) + "," + std::to_string(y);
+        }
+    }
+    return "";
+}
+
 LevelResult StationDriver::drag(int fromX, int fromY, int toX, int toY, int steps) {
     LevelResult r = press(fromX, fromY);
     for (int i = 1; i <= steps && r == LevelResult::Running; ++i) {

@@ -21,8 +21,10 @@
 #include <SDL.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vorn::test {
@@ -71,6 +73,10 @@ public:
     // A press, and a release on the spot on the next frame if still running.
     LevelResult click(int x, int y);
     LevelResult clickCentre(const Rect& r);
+    // Clicks each spot in turn and names the first one the station noticed
+    // (it gave a verdict or asked for a sound) as "x,y"; "" when every click
+    // went by unheard and the station still runs.
+    std::string clicksNoticed(std::initializer_list<std::pair<int, int>> spots);
     // Press at the start, `steps` frames of motion in equal steps to the end
     // (the last one exactly on it), release there; stops at a verdict.
     LevelResult drag(int fromX, int fromY, int toX, int toY, int steps = 8);
