@@ -67,4 +67,14 @@ bool anyPixelNear(const SoftwareCanvas& canvas, const Rect& box, Color c, int to
     return false;
 }
 
+int pixelsOtherThan(const SoftwareCanvas& canvas, const Rect& box, Color c) {
+    int other = 0;
+    for (int y = box.y; y < box.y + box.h; ++y) {
+        for (int x = box.x; x < box.x + box.w; ++x) {
+            other += canvas.pixel(x, y) != c ? 1 : 0;
+        }
+    }
+    return other;
+}
+
 }  // namespace vorn::test

@@ -48,6 +48,10 @@ bool near(Color a, Color b, int tolerance);
 // channel: text is anti-aliased, but its solid strokes carry the exact colour.
 bool anyPixelNear(const SoftwareCanvas& canvas, const Rect& box, Color c, int tolerance);
 
+// How many pixels of the box are not exactly colour c: 0 when the box is one
+// flat colour, as a plate's face or an empty stretch of the play area is.
+int pixelsOtherThan(const SoftwareCanvas& canvas, const Rect& box, Color c);
+
 // The colour with full alpha: blending onto the canvas can leave its alpha a
 // step or two under 255, which no one ever sees.
 constexpr Color opaque(Color c) { return c | 0xFF000000u; }

@@ -39,17 +39,6 @@ struct Picture {
     }
 };
 
-// Pixels of `region` unlike `background`.
-inline int inkIn(const SoftwareCanvas& canvas, const Rect& region, Color background) {
-    int n = 0;
-    for (int y = region.y; y < region.y + region.h; ++y) {
-        for (int x = region.x; x < region.x + region.w; ++x) {
-            n += canvas.pixel(x, y) != background ? 1 : 0;
-        }
-    }
-    return n;
-}
-
 // `region` (flat `background` apart from the text) holds exactly this text,
 // drawn at (x, y) in this size and colour with these centring flags, glyph
 // for glyph. The region must show some ink, so a region that misses the
@@ -58,7 +47,7 @@ inline ::testing::AssertionResult showsText(const SoftwareCanvas& canvas, const 
                                             Color background, const char* text, int x, int y,
                                             TextSize size, Color colour, bool centerX,
                                             bool centerY) {
-    if (inkIn(canvas, region, background) == 0) {
+    if (pixelsOtherThan(canvas, region, background) == 0) {
         return ::testing::AssertionFailure() << "nothing is drawn where \"" << text << "\" belongs";
     }
     const int unlike =

@@ -359,7 +359,7 @@ TEST(MemoryStation, ARevealedCardShowsItsPairValuePlusOne) {
                                   five.y + 42, TextSize::Large, ink::ink, true, true));
     // A matched card is blank green.
     const Rect& gone = d.level.cards[whereIs(d.level, 4)];
-    EXPECT_EQ(memory::inkIn(shot.canvas, cardFace(gone), ink::deepGreen), 0);
+    EXPECT_EQ(test::pixelsOtherThan(shot.canvas, cardFace(gone), ink::deepGreen), 0);
     EXPECT_EQ(test::playAreaNoteUnlike(shot.canvas, test::kPlayAreaNoteBand,
                                            "PAIRS RESHUFFLE AFTER THE FIRST FLIP"),
               0);

@@ -206,7 +206,7 @@ TEST(RecallStation, TheCurrentSpotCarriesItsNumberFromOne) {
                                   s.x, s.y, TextSize::Large, ink::ink, true, true));
     // The earlier spots carry no number.
     const auto& e = d.level.spots[0];
-    EXPECT_EQ(memory::inkIn(shot.canvas, Rect{e.x - 9, e.y - 9, 18, 18}, ink::holeBrown), 0);
+    EXPECT_EQ(test::pixelsOtherThan(shot.canvas, Rect{e.x - 9, e.y - 9, 18, 18}, ink::holeBrown), 0);
 }
 
 TEST(RecallStation, TheFirstSpotIsNumberedOne) {
@@ -233,7 +233,7 @@ TEST(RecallStation, TheAnswerShowsNoSpotsOnlyThePrompt) {
     memory::Picture shot(d.level);
     for (int i = 0; i < d.level.spotCount; ++i) {
         const auto& s = d.level.spots[i];
-        EXPECT_EQ(memory::inkIn(shot.canvas, Rect{s.x - 35, s.y - 35, 71, 71}, ink::black), 0) << i;
+        EXPECT_EQ(test::pixelsOtherThan(shot.canvas, Rect{s.x - 35, s.y - 35, 71, 71}, ink::black), 0) << i;
     }
     EXPECT_TRUE(showsHeading(shot.canvas, "CLICK SPOT 1 / 4", ink::gold));
     EXPECT_EQ(test::playAreaNoteUnlike(shot.canvas, test::kPlayAreaNoteBand,

@@ -182,9 +182,9 @@ void expectFusesDrawn(const SoftwareCanvas& canvas, const FuseboxLevel& level) {
         EXPECT_EQ(canvas.pixel(f.x + 3, f.y + f.h / 2), station_ink::oldBrass) << "holder " << i;
         EXPECT_EQ(canvas.pixel(f.x + f.w / 2, f.y + 3), station_ink::oldBrass) << "holder " << i;
         if (i != level.blown) {
-            EXPECT_EQ(panel::pixelsOtherThan(canvas, core, station_ink::ink), 0) << "fuse " << i;
+            EXPECT_EQ(pixelsOtherThan(canvas, core, station_ink::ink), 0) << "fuse " << i;
         } else if (level.replaced) {
-            EXPECT_EQ(panel::pixelsOtherThan(canvas, core, station_ink::terminalGreen), 0) << "fuse " << i;
+            EXPECT_EQ(pixelsOtherThan(canvas, core, station_ink::terminalGreen), 0) << "fuse " << i;
         } else {
             EXPECT_EQ(pixelsUnlikeText(canvas, core, panel_ink::blownCore, "X", f.x + f.w / 2, f.y + f.h / 2,
                                        TextSize::Large, station_ink::alarmRed, true, true),

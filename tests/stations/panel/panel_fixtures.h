@@ -21,19 +21,4 @@ constexpr Color halfOrange = rgb(127, 85, 23);
 
 }  // namespace panel_ink
 
-namespace panel {
-
-// How many pixels of `box` are not colour c.
-inline int pixelsOtherThan(const SoftwareCanvas& canvas, const Rect& box, Color c) {
-    int other = 0;
-    for (int y = box.y; y < box.y + box.h; ++y) {
-        for (int x = box.x; x < box.x + box.w; ++x) {
-            other += canvas.pixel(x, y) != c ? 1 : 0;
-        }
-    }
-    return other;
-}
-
-}  // namespace panel
-
 }  // namespace vorn::test

@@ -72,7 +72,7 @@ void expectWayOutAt(const Shot& shot, const EulaLevel& level, int y) {
 // Nothing at all drawn in rows y0..y1 - 1 left of the button.
 void expectNoTextIn(const Shot& shot, const EulaLevel& level, int y0, int y1) {
     const Rect left{kPlayLeft, y0, level.agreeButton.x - kPlayLeft, y1 - y0};
-    EXPECT_EQ(shot.notOf(left, station_ink::black), 0) << "rows " << y0 << ".." << y1 - 1;
+    EXPECT_EQ(pixelsOtherThan(shot.canvas, left, station_ink::black), 0) << "rows " << y0 << ".." << y1 - 1;
 }
 
 TEST(EulaStation, TheWayOutIsThreeLowBitsOfOneDrawPlusSixAndTheButtonSitsAtTheFoot) {

@@ -102,7 +102,7 @@ TEST(GenericStation, TheOddTileIsToldOnlyByItsShade) {
         EXPECT_EQ(shot.at(b.x + 5, b.y + b.h / 2), rim) << i;
         EXPECT_EQ(shot.at(b.x + b.w / 2, b.y + b.h - 6), rim) << i;
         EXPECT_EQ(shot.at(b.x, b.y), station_ink::black) << i;
-        EXPECT_EQ(shot.notOf(Rect{b.x + 6, b.y + 6, b.w - 12, b.h - 12}, face), 0) << i;
+        EXPECT_EQ(pixelsOtherThan(shot.canvas, Rect{b.x + 6, b.y + 6, b.w - 12, b.h - 12}, face), 0) << i;
     }
 }
 

@@ -60,16 +60,6 @@ struct Shot {
                    Color color, bool centerX, bool centerY) const {
         return pixelsUnlikeText(canvas, region, background, text, x, y, size, color, centerX, centerY);
     }
-    // Pixels of `region` not of colour c.
-    int notOf(const Rect& region, Color c) const {
-        int n = 0;
-        for (int y = region.y; y < region.y + region.h; ++y) {
-            for (int x = region.x; x < region.x + region.w; ++x) {
-                n += at(x, y) != c ? 1 : 0;
-            }
-        }
-        return n;
-    }
     SoftwareCanvas canvas;
 };
 

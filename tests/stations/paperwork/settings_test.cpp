@@ -146,8 +146,7 @@ TEST(SettingsStation, ProceedIsABrassButtonThatSaysSo) {
               0);
     // Nothing else on the page: from under the toggle down to the button it is bare.
     const int underToggle = d.level.toggle.y + d.level.toggle.h + 1;
-    EXPECT_EQ(shot.notOf(Rect{kPlayLeft, underToggle, kPlayArea.w, p.y - underToggle}, station_ink::black),
-              0);
+    EXPECT_EQ(pixelsOtherThan(shot.canvas, playAreaRows(underToggle, p.y), station_ink::black), 0);
 }
 
 // ---------------------------------------------------------------------------
